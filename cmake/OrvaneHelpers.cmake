@@ -16,10 +16,10 @@ function(orvane_add_library sub)
   target_link_libraries(orvane_${sub} PUBLIC ${ARG_PUBLIC_LIBS} PRIVATE ${ARG_PRIVATE_LIBS})
 endfunction()
 
-# orvane_add_test(<name> SOURCES ... LIBS ... [LABELS ...] [SERIAL] [TIMEOUT s])
+# orvane_add_test(<name> SOURCES ... LIBS ... [LABELS ...] [SERIAL] [TIMEOUT s] [PREFIX p])
 # A GoogleTest executable whose cases CTest discovers at test time.
 function(orvane_add_test name)
-  cmake_parse_arguments(ARG "SERIAL" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "SERIAL" "TIMEOUT;PREFIX" "SOURCES;LIBS;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gtest_main GTest::gmock)
   target_compile_definitions(${name} PRIVATE
@@ -36,7 +36,7 @@ function(orvane_add_test name)
     list(APPEND props RUN_SERIAL TRUE)
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES ${props})
+    TEST_PREFIX "${ARG_PREFIX}" PROPERTIES ${props})
 endfunction()
 
 # orvane_add_benchmark(<name> SOURCES ... LIBS ...)

@@ -20,6 +20,10 @@ public:
     // (default ~/.local/share/OrvaneUI), created on first use.
     static PresetStorage& shared();
 
+    // The base that shared() uses: $XDG_DATA_HOME/OrvaneUI when that is an
+    // absolute path, else ~/.local/share/OrvaneUI.
+    static std::filesystem::path defaultBase();
+
     // An instance on any base directory; creates Presets and Logos below it
     // and logs both paths.
     explicit PresetStorage(std::filesystem::path base);

@@ -1,0 +1,495 @@
+#include "engine/StreamManager.h"
+
+#include <QSettings>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <climits>
+#include <cmath>
+#include <string>
+
+#include "document/Log.h"
+#include "document/PresetStorage.h"
+#include "document/PresetTemplates.h"
+#include "engine/PerformanceMonitor.h"
+#include "engine/ProgramCopy.h"
+#include "engine/VirtualCameraManager.h"
+#include "engine/WindowLayer.h"
+#include "engine/WindowRaiser.h"
+
+namespace orvane {
+
+namespace {
+
+// Assigns and tells whether the value changed.
+template <typename T>
+bool assign(T& field, const T& value) {
+    if (field == value) return false;
+    field = value;
+    return true;
+}
+
+QDateTime now() { return QDateTime::currentDateTimeUtc(); }
+
+// The delay of a transition's end. The duration is not clamped by the
+// session; only values a timer cannot take (negative, not a number, beyond
+// some 24 days) are brought into range, so the flag always falls.
+std::chrono::milliseconds transitionDelay(double durationSeconds) {
+    if (!(durationSeconds > 0)) return std::chrono::milliseconds(0);
+    const double ms = std::round(durationSeconds * 1000.0);
+    if (ms >= static_cast<double>(INT_MAX)) return std::chrono::milliseconds(INT_MAX);
+    return std::chrono::milliseconds(static_cast<long long>(ms));
+}
+
+std::unique_ptr<QSettings> applicationSettings() {
+    return std::make_unique<QSettings>(QStringLiteral("OrvaneUI"), QStringLiteral("OrvaneUI"));
+}
+
+}  // namespace
+
+StreamManager::StreamManager(QObject* parent)
+    : StreamManager(PresetStorage::shared(), applicationSettings(), parent) {}
+
+StreamManager::StreamManager(PresetStorage& storage, std::unique_ptr<QSettings> settings, QObject* parent)
+    : QObject(parent), storage_(storage), settings_(std::move(settings)) {
+    // Start-up order: the initial values above, the performance monitor, the
+    // document, then the managers that hold the session weakly. The web
+    // server, teleprompter and recording managers join through their
+    // setters once their subsystems exist. No timer or monitor starts here.
+    performanceMonitor_ = new PerformanceMonitor(this);
+    loadOrCreatePreset();
+    virtualCameraManager_ = new VirtualCameraManager(this, this);
+}
+
+StreamManager::~StreamManager() = default;
+
+// ---------------------------------------------------------------- start-up
+
+void StreamManager::loadOrCreatePreset() {
+    const std::vector<Preset> presets = storage_.loadPresets();
+
+    std::optional<Uuid> lastSelectedId;
+    const QVariant stored = settings_->value(QString::fromLatin1(PresetStorage::lastSelectedPresetKey));
+    if (stored.isValid()) lastSelectedId = Uuid::parse(stored.toString().toStdString());
+
+    const Preset* chosen = nullptr;
+    if (lastSelectedId) {
+        const auto found = std::find_if(presets.begin(), presets.end(),
+                                        [&](const Preset& p) { return p.id == *lastSelectedId; });
+        if (found != presets.end()) {
+            chosen = &*found;
+            setCurrentPreset(*chosen);
+            logLine("✅ Loaded last selected preset: " + chosen->name);
+        }
+    }
+    if (!chosen) {
+        if (presets.empty()) {
+            setCurrentPreset(std::nullopt);
+            setActiveScene(std::nullopt);
+            setProgramScene(std::nullopt);
+            logLine("ℹ️ No presets found - starting with empty state");
+            return;
+        }
+        chosen = &presets.front();
+        setCurrentPreset(*chosen);
+        logLine("✅ Loaded first available preset: " + chosen->name);
+    }
+
+    Preset preset = *chosen;
+    if (preset.scenes.empty()) {
+        const StreamingScene scene = makeScene("Scene 1");
+        preset.scenes.push_back(scene);
+        preset.activeSceneId = scene.id;
+        setCurrentPreset(preset);
+        storage_.savePreset(preset);
+        logLine("✅ Created default empty scene for preset: " + preset.name);
+    }
+
+    const StreamingScene* restored = nullptr;
+    if (preset.activeSceneId) {
+        const auto found = std::find_if(preset.scenes.begin(), preset.scenes.end(),
+                                        [&](const StreamingScene& s) { return s.id == *preset.activeSceneId; });
+        if (found != preset.scenes.end()) restored = &*found;
+    }
+    if (restored) {
+        setActiveScene(*restored);
+        setProgramScene(*restored);
+        logLine("✅ Restored active scene: " + restored->name);
+    } else if (!preset.scenes.empty()) {
+        setActiveScene(preset.scenes.front());
+        setProgramScene(preset.scenes.front());
+        logLine("✅ Using first scene: " + preset.scenes.front().name);
+    }
+}
+
+// ---------------------------------------------------------------- document operations
+
+void StreamManager::switchToScene(const StreamingScene& scene) {
+    if (currentPreset_) {
+        const auto& scenes = currentPreset_->scenes;
+        const auto found = std::find_if(scenes.begin(), scenes.end(),
+                                        [&](const StreamingScene& s) { return s.id == scene.id; });
+        if (found != scenes.end()) {
+            setActiveScene(*found);
+            Preset copy = *currentPreset_;
+            copy.activeSceneId = scene.id;
+            setCurrentPreset(copy);
+            rememberLastSelectedPreset(copy.id);
+            return;
+        }
+    }
+    // A scene that is not (or no longer) in the document: preview only.
+    setActiveScene(scene);
+}
+
+bool StreamManager::switchToSceneAt(qsizetype index) {
+    if (!currentPreset_ || index < 0 || index >= static_cast<qsizetype>(currentPreset_->scenes.size()))
+        return false;
+    const StreamingScene scene = currentPreset_->scenes[static_cast<std::size_t>(index)];
+    switchToScene(scene);
+    return true;
+}
+
+void StreamManager::addScene(const StreamingScene& scene) {
+    if (!currentPreset_) return;
+    Preset copy = *currentPreset_;
+    copy.scenes.push_back(scene);
+    setCurrentPreset(copy);
+}
+
+void StreamManager::updateScene(const StreamingScene& scene) {
+    if (!currentPreset_) return;
+    Preset copy = *currentPreset_;
+    const auto found = std::find_if(copy.scenes.begin(), copy.scenes.end(),
+                                    [&](const StreamingScene& s) { return s.id == scene.id; });
+    if (found == copy.scenes.end()) return;
+    *found = scene;
+    setCurrentPreset(copy);
+    if (activeScene_ && activeScene_->id == scene.id) setActiveScene(scene);
+    // Matches only until the first go-live, which gives the program a fresh id.
+    if (programScene_ && programScene_->id == scene.id) setProgramScene(scene);
+    // A second write of the same document; kept, cheap for presets this size.
+    storage_.savePreset(copy);
+    setSceneUpdateTimestamp(now());
+    logLine("🔄 Scene updated: " + scene.name + ", sources: " + std::to_string(scene.sources.size()));
+}
+
+void StreamManager::deleteScene(const StreamingScene& scene) {
+    if (!currentPreset_) return;
+    Preset copy = *currentPreset_;
+    std::erase_if(copy.scenes, [&](const StreamingScene& s) { return s.id == scene.id; });
+    // Deleting the last scene leaves the active scene as it was; the program
+    // is never touched, so a deleted scene may stay on air.
+    if (activeScene_ && activeScene_->id == scene.id && !copy.scenes.empty()) {
+        setActiveScene(copy.scenes.front());
+        copy.activeSceneId = copy.scenes.front().id;
+    }
+    setCurrentPreset(copy);
+}
+
+void StreamManager::toggleBlurMode() {
+    setIsBlurModeActive(!isBlurModeActive_);
+    setSceneUpdateTimestamp(now());
+    logLine(std::string("🔒 Blur mode ") + (isBlurModeActive_ ? "activated" : "deactivated"));
+}
+
+void StreamManager::toggleDrawingMode() {
+    setIsDrawingModeEnabled(!isDrawingModeEnabled_);
+    if (!isDrawingModeEnabled_) setShowDrawingToolbar(false);
+}
+
+void StreamManager::removeFreehandPathsIntersecting(const Point& point, double radius) {
+    const auto touches = [&](const FreehandPath& path) {
+        return std::any_of(path.points.begin(), path.points.end(), [&](const Point& p) {
+            return std::hypot(p.x - point.x, p.y - point.y) <= radius;
+        });
+    };
+    std::vector<FreehandPath> kept = freehandPaths_;
+    if (std::erase_if(kept, touches) > 0) setFreehandPaths(kept);
+}
+
+void StreamManager::rememberLastSelectedPreset(const Uuid& presetId) {
+    settings_->setValue(QString::fromLatin1(PresetStorage::lastSelectedPresetKey),
+                        QString::fromStdString(presetId.toString()));
+    settings_->sync();
+}
+
+// ---------------------------------------------------------------- program bus
+
+void StreamManager::updateLive() {
+    const SceneTransitionConfig transition =
+        currentPreset_ ? currentPreset_->sceneTransition : SceneTransitionConfig{true, TransitionType::fade, 1.1};
+    const bool plays = transition.enabled && transition.type != TransitionType::none;
+    if (plays) setIsTransitioning(true);
+
+    if (activeScene_) {
+        const StreamingScene scene = *activeScene_;
+        setProgramScene(makeProgramCopy(scene));
+        logLine("📺 Updated live program with scene: " + scene.name + ", sources: " +
+                std::to_string(scene.sources.size()));
+        bringSceneWindowToFront(scene);
+    }
+
+    // One reset per go-live and none is cancelled: the first to fire ends the
+    // flag even while a later transition still plays.
+    if (plays) QTimer::singleShot(transitionDelay(transition.duration), this, [this] { setIsTransitioning(false); });
+}
+
+void StreamManager::bringSceneWindowToFront(const StreamingScene& scene) {
+    const auto source = std::find_if(scene.sources.begin(), scene.sources.end(),
+                                     [](const Source& s) { return s.type == SourceType::window; });
+    if (source == scene.sources.end() || !source->configuration.windowId) return;
+    const std::uint32_t windowId = *source->configuration.windowId;
+    QMetaObject::invokeMethod(
+        this, [raiser = windowRaiser_, windowId] {
+            if (raiser) raiser->bringWindowToFront(windowId);
+        },
+        Qt::QueuedConnection);
+}
+
+void StreamManager::bringMainWindowToFront() {
+    QMetaObject::invokeMethod(
+        this, [this] {
+            if (windowLayer_) windowLayer_->bringApplicationToFront();
+            logLine("🪟 Main app window brought to front");
+        },
+        Qt::QueuedConnection);
+}
+
+void StreamManager::openProgramWindow() {
+    if (programWindow_) {
+        programWindow_->bringToFront();
+        return;
+    }
+    if (!windowLayer_) {
+        logLine("❌ Cannot open the program window: no window system attached");
+        return;
+    }
+
+    WindowLayer::ProgramWindowSpec spec;
+    spec.contentWidth = 1280;
+    spec.contentHeight = 720;
+    spec.title = programWindowTitle;
+    spec.frameName = programWindowFrameName;
+    spec.minimumWidth = 640;
+    spec.minimumHeight = 360;
+    spec.aspectWidth = 16;
+    spec.aspectHeight = 9;
+    QPointer<StreamManager> self(this);
+    auto window = windowLayer_->createProgramWindow(spec, [self](ProgramWindow* closed) {
+        if (self) self->windowWillClose(closed);
+    });
+    if (!window) {
+        logLine("❌ Cannot open the program window: the window could not be created");
+        return;
+    }
+    // A new window is at normal level whatever programWindowAlwaysOnTop says;
+    // only updateProgramWindowLevel applies the flag.
+    if (!showCursor_) window->hideCursor();
+    programWindow_ = std::move(window);
+    programWindow_->bringToFront();
+    setIsProgramWindowOpen(true);
+
+    if (virtualCameraManager_ && !virtualCameraManager_->isRunning()) {
+        virtualCameraManager_->setIsRunning(true);
+        logLine("🎥 Virtual camera started");
+    }
+    logLine("🖱️ Mouse tracking disabled for performance");
+    logLine("📺 Virtual camera window opened");
+}
+
+void StreamManager::closeProgramWindow() {
+    if (virtualCameraManager_ && virtualCameraManager_->isRunning()) {
+        virtualCameraManager_->setIsRunning(false);
+        logLine("🎥 Virtual camera stopped");
+    }
+    if (programWindow_) programWindow_->close();
+    programWindow_.reset();
+    setIsProgramWindowOpen(false);
+    logLine("📺 Virtual camera window closed");
+}
+
+void StreamManager::windowWillClose(ProgramWindow* window) {
+    if (!window || window != programWindow_.get()) return;
+    // The window is inside its own close handler: release it on the next turn
+    // of the event loop, not under its feet.
+    std::shared_ptr<ProgramWindow> released = std::move(programWindow_);
+    programWindow_.reset();
+    QMetaObject::invokeMethod(this, [released] {}, Qt::QueuedConnection);
+    setIsProgramWindowOpen(false);
+    logLine("📺 Program window closed by user");
+}
+
+void StreamManager::updateProgramWindowLevel() {
+    if (!programWindow_) return;
+    programWindow_->setLevel(programWindowAlwaysOnTop_ ? ProgramWindow::Level::floating
+                                                       : ProgramWindow::Level::normal);
+    logLine(std::string("📺 Program window level updated: ") +
+            (programWindowAlwaysOnTop_ ? "Always on Top" : "Normal"));
+}
+
+// ---------------------------------------------------------------- collaborators
+
+void StreamManager::setWindowLayer(std::shared_ptr<WindowLayer> layer) { windowLayer_ = std::move(layer); }
+
+void StreamManager::setWindowRaiser(std::shared_ptr<WindowRaiser> raiser) { windowRaiser_ = std::move(raiser); }
+
+void StreamManager::setWebServerManager(QObject* manager) {
+    if (manager) manager->setParent(this);
+    webServerManager_ = manager;
+    emit webServerManagerChanged();
+}
+
+void StreamManager::setTeleprompterManager(QObject* manager) {
+    if (manager) manager->setParent(this);
+    teleprompterManager_ = manager;
+}
+
+void StreamManager::setRecordingManager(QObject* manager) {
+    if (manager) manager->setParent(this);
+    recordingManager_ = manager;
+}
+
+// ---------------------------------------------------------------- published state
+
+void StreamManager::setCurrentPreset(const std::optional<Preset>& preset) {
+    currentPreset_ = preset;
+    if (currentPreset_) storage_.savePreset(*currentPreset_);
+    emit currentPresetChanged();
+}
+
+void StreamManager::setActiveScene(const std::optional<StreamingScene>& scene) {
+    activeScene_ = scene;
+    emit activeSceneChanged();
+}
+
+void StreamManager::setSceneUpdateTimestamp(const QDateTime& timestamp) {
+    sceneUpdateTimestamp_ = timestamp;
+    emit sceneUpdateTimestampChanged();
+}
+
+void StreamManager::setProgressBarUpdateTimestamp(const QDateTime& timestamp) {
+    progressBarUpdateTimestamp_ = timestamp;
+    emit progressBarUpdateTimestampChanged();
+    emit streamManagerUpdate();
+}
+
+void StreamManager::setProgramScene(const std::optional<StreamingScene>& scene) {
+    programScene_ = scene;
+    emit programSceneChanged();
+    emit streamManagerUpdate();
+}
+
+void StreamManager::setIsTransitioning(bool transitioning) {
+    if (assign(isTransitioning_, transitioning)) emit isTransitioningChanged(transitioning);
+}
+
+void StreamManager::setIsRecording(bool recording) {
+    if (assign(isRecording_, recording)) emit isRecordingChanged(recording);
+}
+
+void StreamManager::setIsStreaming(bool streaming) {
+    if (assign(isStreaming_, streaming)) emit isStreamingChanged(streaming);
+}
+
+void StreamManager::setIsProgramWindowOpen(bool open) {
+    if (assign(isProgramWindowOpen_, open)) emit isProgramWindowOpenChanged(open);
+}
+
+void StreamManager::setShowCursor(bool show) {
+    if (assign(showCursor_, show)) emit showCursorChanged(show);
+}
+
+void StreamManager::setCursorHighlight(bool highlight) {
+    if (assign(cursorHighlight_, highlight)) emit cursorHighlightChanged(highlight);
+}
+
+void StreamManager::setShowClicks(bool show) {
+    if (assign(showClicks_, show)) emit showClicksChanged(show);
+}
+
+void StreamManager::setCursorHighlightColor(const CodableColor& color) {
+    if (assign(cursorHighlightColor_, color)) emit cursorHighlightColorChanged();
+}
+
+void StreamManager::setGlobalMouseLocation(const Point& location) {
+    if (assign(globalMouseLocation_, location)) emit globalMouseLocationChanged();
+}
+
+void StreamManager::setIsMouseOverMainWindow(bool over) {
+    if (assign(isMouseOverMainWindow_, over)) emit isMouseOverMainWindowChanged(over);
+}
+
+void StreamManager::setLastClickPosition(const Point& position) {
+    if (assign(lastClickPosition_, position)) emit lastClickPositionChanged();
+}
+
+void StreamManager::setClickTimestamp(const QDateTime& timestamp) {
+    clickTimestamp_ = timestamp;
+    emit clickTimestampChanged();
+}
+
+void StreamManager::setMainWindowSize(const Size& size) {
+    if (assign(mainWindowSize_, size)) emit mainWindowSizeChanged();
+}
+
+void StreamManager::setShowPerformanceStats(bool show) {
+    if (assign(showPerformanceStats_, show)) emit showPerformanceStatsChanged(show);
+}
+
+void StreamManager::setProgramWindowAlwaysOnTop(bool onTop) {
+    if (assign(programWindowAlwaysOnTop_, onTop)) emit programWindowAlwaysOnTopChanged(onTop);
+}
+
+void StreamManager::setIsDrawingModeEnabled(bool enabled) {
+    if (!assign(isDrawingModeEnabled_, enabled)) return;
+    emit isDrawingModeEnabledChanged(enabled);
+    emit streamManagerUpdate();
+}
+
+void StreamManager::setSelectedDrawingTool(DrawingTool tool) {
+    if (assign(selectedDrawingTool_, tool)) emit selectedDrawingToolChanged();
+}
+
+void StreamManager::setSelectedDrawingColor(const DrawingColor& color) {
+    if (assign(selectedDrawingColor_, color)) emit selectedDrawingColorChanged();
+}
+
+void StreamManager::setDrawingStrokeWidth(double width) {
+    if (assign(drawingStrokeWidth_, width)) emit drawingStrokeWidthChanged(width);
+}
+
+void StreamManager::setDrawingShapes(const std::vector<DrawingShape>& shapes) {
+    drawingShapes_ = shapes;
+    emit drawingShapesChanged();
+}
+
+void StreamManager::setFreehandPaths(const std::vector<FreehandPath>& paths) {
+    freehandPaths_ = paths;
+    emit freehandPathsChanged();
+}
+
+void StreamManager::setShowDrawingToolbar(bool show) {
+    if (assign(showDrawingToolbar_, show)) emit showDrawingToolbarChanged(show);
+}
+
+void StreamManager::setDrawingButtonPosition(DrawingButtonPosition position) {
+    if (assign(drawingButtonPosition_, position)) emit drawingButtonPositionChanged();
+}
+
+void StreamManager::setShowDrawingButton(bool show) {
+    if (!assign(showDrawingButton_, show)) return;
+    emit showDrawingButtonChanged(show);
+    emit streamManagerUpdate();
+}
+
+void StreamManager::setIsBlurModeActive(bool active) {
+    if (assign(isBlurModeActive_, active)) emit isBlurModeActiveChanged(active);
+}
+
+void StreamManager::setStreamQuality(StreamQuality quality) {
+    if (assign(streamQuality_, quality)) emit streamQualityChanged();
+}
+
+}  // namespace orvane

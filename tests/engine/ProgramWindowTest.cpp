@@ -1,0 +1,193 @@
+// The pop-out program window as the session drives it, with the virtual
+// camera flag that follows it.
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "engine/StreamManager.h"
+#include "engine/VirtualCameraManager.h"
+#include "support/FakeWindowLayer.h"
+#include "support/LogCapture.h"
+#include "support/SessionTest.h"
+
+namespace orvane {
+namespace {
+
+using test::FakeProgramWindow;
+using test::FakeWindowLayer;
+using test::LogCapture;
+using test::SessionTest;
+
+class ProgramWindowTest : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        layer = std::make_shared<FakeWindowLayer>();
+        session->setWindowLayer(layer);
+    }
+    std::shared_ptr<FakeProgramWindow> window(std::size_t index = 0) const { return layer->windows.at(index).lock(); }
+    bool cameraRunning() const { return session->virtualCameraManager()->isRunning(); }
+
+    std::shared_ptr<FakeWindowLayer> layer;
+};
+
+TEST_F(ProgramWindowTest, OpeningCreatesTheWindowStartsTheCameraAndLogs) {
+    QSignalSpy open(session.get(), &StreamManager::isProgramWindowOpenChanged);
+    LogCapture log;
+    session->openProgramWindow();
+
+    ASSERT_EQ(layer->windows.size(), 1u);
+    const auto& spec = *layer->lastSpec;
+    EXPECT_EQ(spec.contentWidth, 1280);
+    EXPECT_EQ(spec.contentHeight, 720);
+    EXPECT_EQ(spec.title, "OrvaneUI - Virtual Camera Output");
+    EXPECT_EQ(spec.title.find("Program Output"), std::string::npos);
+    EXPECT_EQ(spec.frameName, "VirtualCameraWindow");
+    EXPECT_EQ(spec.minimumWidth, 640);
+    EXPECT_EQ(spec.minimumHeight, 360);
+    EXPECT_EQ(spec.aspectWidth, 16);
+    EXPECT_EQ(spec.aspectHeight, 9);
+
+    EXPECT_EQ(window()->broughtToFront, 1);
+    EXPECT_TRUE(window()->levels.empty());  // normal level whatever the pin says
+    EXPECT_TRUE(session->isProgramWindowOpen());
+    EXPECT_EQ(open.count(), 1);
+    EXPECT_TRUE(cameraRunning());
+    EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"🎥 Virtual camera started",
+                                                            "🖱️ Mouse tracking disabled for performance",
+                                                            "📺 Virtual camera window opened"}));
+}
+
+TEST_F(ProgramWindowTest, NewWindowIgnoresTheAlwaysOnTopFlag) {
+    session->setProgramWindowAlwaysOnTop(true);
+    session->openProgramWindow();
+    EXPECT_TRUE(window()->levels.empty());
+}
+
+TEST_F(ProgramWindowTest, OpeningTwiceBringsTheSameWindowForwardSilently) {
+    session->openProgramWindow();
+    LogCapture log;
+    session->openProgramWindow();
+    EXPECT_TRUE(log.finish().empty());
+    EXPECT_EQ(layer->windows.size(), 1u);
+    EXPECT_EQ(window()->broughtToFront, 2);
+}
+
+TEST_F(ProgramWindowTest, CursorStaysVisibleWithShowCursorOn) {
+    session->openProgramWindow();
+    EXPECT_EQ(window()->cursorHidden, 0);
+}
+
+TEST_F(ProgramWindowTest, CursorIsHiddenOnceWithShowCursorOff) {
+    session->setShowCursor(false);
+    session->openProgramWindow();
+    session->openProgramWindow();
+    EXPECT_EQ(window()->cursorHidden, 1);
+}
+
+TEST_F(ProgramWindowTest, PointerFieldsStayAsTheyAre) {
+    QSignalSpy location(session.get(), &StreamManager::globalMouseLocationChanged);
+    QSignalSpy click(session.get(), &StreamManager::lastClickPositionChanged);
+    QSignalSpy over(session.get(), &StreamManager::isMouseOverMainWindowChanged);
+    session->openProgramWindow();
+    QCoreApplication::processEvents();
+    session->closeProgramWindow();
+    EXPECT_EQ(location.count() + click.count() + over.count(), 0);
+}
+
+TEST_F(ProgramWindowTest, ClosingStopsTheCameraAndClosesTheWindow) {
+    session->openProgramWindow();
+    const auto opened = window();
+    LogCapture log;
+    session->closeProgramWindow();
+    EXPECT_EQ(opened->closed, 1);
+    EXPECT_FALSE(session->isProgramWindowOpen());
+    EXPECT_FALSE(cameraRunning());
+    EXPECT_EQ(log.sessionLines(),
+              (std::vector<std::string>{"🎥 Virtual camera stopped", "📺 Virtual camera window closed"}));
+}
+
+TEST_F(ProgramWindowTest, ClosingWithNoWindowOnlyLogs) {
+    LogCapture log;
+    session->closeProgramWindow();
+    EXPECT_EQ(log.sessionLines(), std::vector<std::string>{"📺 Virtual camera window closed"});
+}
+
+TEST_F(ProgramWindowTest, ClosingByTheTitleBarKeepsTheCameraRunning) {
+    session->openProgramWindow();
+    std::weak_ptr<FakeProgramWindow> closing = window();
+    {
+        LogCapture log;
+        window()->closeByUser();
+        EXPECT_EQ(log.sessionLines(), std::vector<std::string>{"📺 Program window closed by user"});
+    }
+    EXPECT_FALSE(session->isProgramWindowOpen());
+    EXPECT_TRUE(cameraRunning());
+    // Released only after its close handler has returned.
+    EXPECT_FALSE(closing.expired());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(closing.expired());
+
+    LogCapture log;
+    session->openProgramWindow();
+    EXPECT_EQ(layer->windows.size(), 2u);
+    EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"🖱️ Mouse tracking disabled for performance",
+                                                            "📺 Virtual camera window opened"}));
+}
+
+TEST_F(ProgramWindowTest, CloseOfAnyOtherWindowIsIgnored) {
+    session->openProgramWindow();
+    FakeProgramWindow stranger;
+    LogCapture log;
+    session->windowWillClose(&stranger);
+    session->windowWillClose(nullptr);
+    EXPECT_TRUE(log.finish().empty());
+    EXPECT_TRUE(session->isProgramWindowOpen());
+}
+
+TEST_F(ProgramWindowTest, LevelFollowsThePinOnlyWhenAsked) {
+    LogCapture log;
+    session->setProgramWindowAlwaysOnTop(true);
+    session->updateProgramWindowLevel();  // no window: nothing
+    EXPECT_TRUE(log.sessionLines().empty());
+}
+
+TEST_F(ProgramWindowTest, LevelUpdatesLogTheirEnding) {
+    session->openProgramWindow();
+    LogCapture log;
+    session->setProgramWindowAlwaysOnTop(true);
+    session->updateProgramWindowLevel();
+    session->setProgramWindowAlwaysOnTop(false);
+    session->updateProgramWindowLevel();
+    EXPECT_EQ(window()->levels,
+              (std::vector<ProgramWindow::Level>{ProgramWindow::Level::floating, ProgramWindow::Level::normal}));
+    EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"📺 Program window level updated: Always on Top",
+                                                            "📺 Program window level updated: Normal"}));
+}
+
+TEST_F(ProgramWindowTest, PinSetWhileClosedAppliesAtTheNextCall) {
+    session->setProgramWindowAlwaysOnTop(true);
+    session->updateProgramWindowLevel();
+    session->openProgramWindow();
+    EXPECT_TRUE(session->programWindowAlwaysOnTop());
+    session->updateProgramWindowLevel();
+    EXPECT_EQ(window()->levels, std::vector<ProgramWindow::Level>{ProgramWindow::Level::floating});
+}
+
+TEST(ProgramWindowNoLayer, OpeningWithoutAWindowSystemFailsClearly) {
+    test::TestHome home;
+    auto session = home.startSession();
+    LogCapture log;
+    session->openProgramWindow();
+    EXPECT_FALSE(session->isProgramWindowOpen());
+    EXPECT_FALSE(session->virtualCameraManager()->isRunning());
+    EXPECT_EQ(log.sessionLines(),
+              std::vector<std::string>{"❌ Cannot open the program window: no window system attached"});
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <utility>
+#include <variant>
+
+namespace orvane {
+
+// A value or the text of what went wrong. Capture failures are values that
+// end up in an errorMessage or a log line, never exceptions.
+template <typename T>
+class CaptureResult {
+public:
+    CaptureResult(T value) : state_(std::in_place_index<0>, std::move(value)) {}
+    static CaptureResult failure(QString message) {
+        return CaptureResult(std::in_place_index<1>, std::move(message));
+    }
+
+    bool ok() const { return state_.index() == 0; }
+    explicit operator bool() const { return ok(); }
+    T& value() { return std::get<0>(state_); }
+    const T& value() const { return std::get<0>(state_); }
+    T takeValue() { return std::move(std::get<0>(state_)); }
+    QString error() const { return ok() ? QString() : std::get<1>(state_); }
+
+private:
+    template <std::size_t I, typename A>
+    CaptureResult(std::in_place_index_t<I> tag, A&& arg) : state_(tag, std::forward<A>(arg)) {}
+
+    std::variant<T, QString> state_;
+};
+
+}  // namespace orvane

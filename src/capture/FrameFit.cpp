@@ -1,0 +1,24 @@
+#include "capture/FrameFit.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace orvane {
+
+QImage FrameFit::fit(const QImage& image, const QSize& outputSize) {
+    if (image.isNull() || outputSize.isEmpty() || image.size() == outputSize) return image;
+    const QSize fitted = image.size().scaled(outputSize, Qt::KeepAspectRatio);
+    if (std::abs(fitted.width() - outputSize.width()) <= 1 && std::abs(fitted.height() - outputSize.height()) <= 1)
+        return image.scaled(outputSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QImage canvas(outputSize, QImage::Format_RGB32);
+    canvas.fill(Qt::black);
+    QPainter painter(&canvas);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QRect target((outputSize.width() - fitted.width()) / 2, (outputSize.height() - fitted.height()) / 2,
+                       fitted.width(), fitted.height());
+    painter.drawImage(target, image);
+    return canvas;
+}
+
+}  // namespace orvane

@@ -1,0 +1,42 @@
+#include "capture/ScreenCaptureManager.h"
+
+#include "capture/CaptureBackend.h"
+#include "document/Log.h"
+
+namespace orvane {
+
+ScreenCaptureManager::ScreenCaptureManager(CaptureBackend& backend, QObject* parent)
+    : QObject(parent), backend_(backend) {}
+
+void ScreenCaptureManager::fetchAvailableDisplays() {
+    setLoading(true);
+    setErrorMessage(QString());
+    auto listed = backend_.displays();
+    if (!listed) {
+        setErrorMessage(QStringLiteral("Error loading displays: ") + listed.error());
+        logLine("❌ " + errorMessage_.toStdString());
+    } else {
+        availableDisplays_ = QList<CaptureDisplay>(listed.value().begin(), listed.value().end());
+        logLine("🖥️ Found " + std::to_string(availableDisplays_.size()) + " displays");
+        emit availableDisplaysChanged();
+    }
+    setLoading(false);
+}
+
+std::optional<QImage> ScreenCaptureManager::getDisplayThumbnail(std::uint32_t displayId) {
+    return backend_.displayThumbnail(displayId);
+}
+
+void ScreenCaptureManager::setLoading(bool loading) {
+    if (isLoading_ == loading) return;
+    isLoading_ = loading;
+    emit isLoadingChanged();
+}
+
+void ScreenCaptureManager::setErrorMessage(const QString& message) {
+    if (errorMessage_ == message && errorMessage_.isNull() == message.isNull()) return;
+    errorMessage_ = message;
+    emit errorMessageChanged();
+}
+
+}  // namespace orvane

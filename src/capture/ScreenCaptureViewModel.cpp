@@ -1,0 +1,116 @@
+#include "capture/ScreenCaptureViewModel.h"
+
+#include "capture/CaptureBackend.h"
+#include "capture/CaptureError.h"
+#include "capture/CaptureHub.h"
+#include "capture/CaptureTargetResolver.h"
+#include "document/Log.h"
+
+namespace orvane {
+
+ScreenCaptureViewModel::ScreenCaptureViewModel(CaptureBackend& backend, CaptureHub& hub, QObject* parent)
+    : QObject(parent), backend_(backend), hub_(hub) {}
+
+ScreenCaptureViewModel::~ScreenCaptureViewModel() { detach(); }
+
+void ScreenCaptureViewModel::startCapture(const Source& source, const CaptureQuality& quality) {
+    detach();
+    setCapturing(true);
+    setErrorMessage(QString());
+    currentSource_ = source;
+    currentQuality_ = quality;
+
+    std::vector<CaptureDisplay> displays;
+    std::vector<ShareableWindow> windows;
+    if (source.type == SourceType::screen) {
+        auto listed = backend_.displays();
+        if (!listed) return fail(listed.error());
+        displays = listed.takeValue();
+    } else if (source.type == SourceType::window) {
+        auto listed = backend_.windows();
+        if (!listed) return fail(listed.error());
+        windows = listed.takeValue();
+    }
+
+    auto resolved = CaptureTargetResolver::resolve(source, quality, displays, windows);
+    if (!resolved) return fail(resolved.error());
+    const CaptureTarget target = resolved.value();
+    windowFrame_ = target.cursorRegion;
+
+    CaptureBackend* backend = &backend_;
+    attach(hub_.acquire(target.key(), target.framesPerSecond,
+                        [backend, target] { return backend->openStream(target); }));
+}
+
+void ScreenCaptureViewModel::stopCapture() {
+    detach();
+    setCapturing(false);
+    if (!capturedImage_.isNull()) {
+        capturedImage_ = QImage();
+        emit capturedImageChanged();
+    }
+}
+
+void ScreenCaptureViewModel::attach(std::shared_ptr<SharedCapture> capture) {
+    capture_ = std::move(capture);
+    shownSequence_ = 0;
+    SharedCapture* shared = capture_.get();
+    frameConnection_ = connect(shared, &SharedCapture::frameAvailable, this, &ScreenCaptureViewModel::takeLatestFrame);
+    pointerConnection_ = connect(shared, &SharedCapture::pointerInsideChanged, this,
+                                 &ScreenCaptureViewModel::setMouseOverWindow);
+    failureConnection_ = connect(shared, &SharedCapture::failed, this, &ScreenCaptureViewModel::fail);
+    // A capture that other views already run may have news for this one.
+    if (!shared->errorMessage().isEmpty()) return fail(shared->errorMessage());
+    setMouseOverWindow(shared->pointerInside());
+    takeLatestFrame();
+}
+
+void ScreenCaptureViewModel::detach() {
+    disconnect(frameConnection_);
+    disconnect(pointerConnection_);
+    disconnect(failureConnection_);
+    capture_.reset();  // the last holder stops the capture thread
+}
+
+void ScreenCaptureViewModel::fail(const QString& reason) {
+    const QString message = QStringLiteral("Capture error: ") + reason;
+    logLine("❌ " + message.toStdString());
+    // This may run inside the capture's own failed() signal: let go of it
+    // only once that emission is over.
+    if (capture_) {
+        std::shared_ptr<SharedCapture> failedCapture = capture_;
+        QMetaObject::invokeMethod(this, [failedCapture] {}, Qt::QueuedConnection);
+    }
+    detach();
+    setErrorMessage(message);
+    setCapturing(false);
+}
+
+void ScreenCaptureViewModel::takeLatestFrame() {
+    if (!capture_) return;
+    CapturedFrame frame = capture_->latestFrame();
+    if (frame.sequence == 0 || frame.sequence == shownSequence_) return;
+    shownSequence_ = frame.sequence;
+    capturedImage_ = std::move(frame.image);
+    emit capturedImageChanged();
+}
+
+void ScreenCaptureViewModel::setCapturing(bool capturing) {
+    if (isCapturing_ == capturing) return;
+    isCapturing_ = capturing;
+    emit isCapturingChanged();
+}
+
+void ScreenCaptureViewModel::setErrorMessage(const QString& message) {
+    if (errorMessage_ == message && errorMessage_.isNull() == message.isNull()) return;
+    errorMessage_ = message;
+    emit errorMessageChanged();
+}
+
+void ScreenCaptureViewModel::setMouseOverWindow(bool inside) {
+    if (isMouseOverWindow_ == inside) return;
+    isMouseOverWindow_ = inside;
+    emit isMouseOverWindowChanged();
+}
+
+}  // namespace orvane

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QImage>
+#include <QMetaObject>
+#include <QObject>
+#include <QRect>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+#include "capture/CaptureQuality.h"
+#include "capture/SharedCapture.h"
+#include "document/Source.h"
+
+namespace orvane {
+
+class CaptureBackend;
+class CaptureHub;
+
+// The live picture of one screen or window source for one view. States:
+// idle (not capturing, no image), starting (capturing, no image), running
+// (capturing, images arriving), failed (not capturing, errorMessage set).
+// Views of the same target share one capture through the hub. Main thread.
+class ScreenCaptureViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QImage capturedImage READ capturedImage NOTIFY capturedImageChanged)
+    Q_PROPERTY(bool isCapturing READ isCapturing NOTIFY isCapturingChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool isMouseOverWindow READ isMouseOverWindow NOTIFY isMouseOverWindowChanged)
+
+public:
+    // The backend and the hub must outlive the view model.
+    ScreenCaptureViewModel(CaptureBackend& backend, CaptureHub& hub, QObject* parent = nullptr);
+    ~ScreenCaptureViewModel() override;
+
+    // Failures land in errorMessage as "Capture error: " and the reason.
+    void startCapture(const Source& source, const CaptureQuality& quality);
+    void stopCapture();
+
+    QImage capturedImage() const { return capturedImage_; }
+    bool isCapturing() const { return isCapturing_; }
+    QString errorMessage() const { return errorMessage_; }  // null: none
+    bool isMouseOverWindow() const { return isMouseOverWindow_; }
+
+    // The rectangle the pointer is tested against; empty when the target
+    // has no stored id, so the cursor is never drawn.
+    QRect windowFrame() const { return windowFrame_; }
+    const std::optional<Source>& currentSource() const { return currentSource_; }
+    const std::optional<CaptureQuality>& currentQuality() const { return currentQuality_; }
+    // The shared capture behind this view, if one runs.
+    std::shared_ptr<SharedCapture> capture() const { return capture_; }
+
+signals:
+    void capturedImageChanged();
+    void isCapturingChanged();
+    void errorMessageChanged();
+    void isMouseOverWindowChanged();
+
+private:
+    void attach(std::shared_ptr<SharedCapture> capture);
+    void detach();
+    void fail(const QString& reason);
+    void takeLatestFrame();
+    void setCapturing(bool capturing);
+    void setErrorMessage(const QString& message);
+    void setMouseOverWindow(bool inside);
+
+    CaptureBackend& backend_;
+    CaptureHub& hub_;
+    std::shared_ptr<SharedCapture> capture_;
+    QMetaObject::Connection frameConnection_, pointerConnection_, failureConnection_;
+    std::uint64_t shownSequence_ = 0;
+
+    QImage capturedImage_;
+    bool isCapturing_ = false;
+    QString errorMessage_;
+    bool isMouseOverWindow_ = false;
+    QRect windowFrame_;
+    std::optional<Source> currentSource_;
+    std::optional<CaptureQuality> currentQuality_;
+};
+
+}  // namespace orvane

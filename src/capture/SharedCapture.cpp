@@ -1,0 +1,114 @@
+#include "capture/SharedCapture.h"
+
+#include <QMetaObject>
+
+#include "document/Log.h"
+
+namespace orvane {
+
+SharedCapture::SharedCapture(QString key, int framesPerSecond, Opener opener, QObject* parent)
+    : QObject(parent), key_(std::move(key)), framesPerSecond_(framesPerSecond), opener_(std::move(opener)) {
+    thread_ = std::jthread([this](std::stop_token stop) { run(stop); });
+}
+
+SharedCapture::~SharedCapture() {
+    thread_.request_stop();
+    {
+        std::lock_guard lock(sourceMutex_);
+        if (liveSource_) liveSource_->interrupt();
+    }
+    wake_.notify_all();
+    if (thread_.joinable()) thread_.join();
+}
+
+CapturedFrame SharedCapture::latestFrame() const {
+    std::lock_guard lock(frameMutex_);
+    return latest_;
+}
+
+void SharedCapture::run(std::stop_token stop) {
+    CaptureResult<std::unique_ptr<FrameSource>> opened = opener_();
+    if (!opened) {
+        const QString message = opened.error();
+        logLine("❌ Capture of " + key_.toStdString() + " failed to start: " + message.toStdString());
+        QMetaObject::invokeMethod(this, [this, message] {
+            errorMessage_ = message;
+            emit failed(message);
+        }, Qt::QueuedConnection);
+        return;
+    }
+    std::unique_ptr<FrameSource> source = opened.takeValue();
+    {
+        std::lock_guard lock(sourceMutex_);
+        liveSource_ = source.get();
+    }
+
+    using Clock = std::chrono::steady_clock;
+    const bool paced = source->pacesItself() || framesPerSecond_ <= 0;
+    const auto interval = paced ? Clock::duration::zero()
+                                : std::chrono::duration_cast<Clock::duration>(
+                                      std::chrono::duration<double>(1.0 / framesPerSecond_));
+    auto deadline = Clock::now();
+    bool lastPointerInside = false;
+    bool loggedGrabError = false;
+
+    while (!stop.stop_requested()) {
+        CaptureResult<GrabbedFrame> grabbed = source->grabFrame();
+        if (stop.stop_requested()) break;
+        if (grabbed) {
+            loggedGrabError = false;
+            const bool inside = grabbed.value().pointerInside;
+            publish(std::move(grabbed.value()));
+            if (inside != lastPointerInside) {
+                lastPointerInside = inside;
+                QMetaObject::invokeMethod(this, [this, inside] { deliverPointer(inside); }, Qt::QueuedConnection);
+            }
+        } else if (!loggedGrabError) {
+            // A window that closes or a device that hiccups drops frames; say
+            // so once per run of failures rather than once per frame.
+            loggedGrabError = true;
+            logLine("⚠️ Capture of " + key_.toStdString() + " dropped a frame: " + grabbed.error().toStdString());
+        }
+
+        if (paced) {
+            if (!grabbed) {
+                // A failing device would otherwise spin; wait a moment.
+                std::unique_lock lock(wakeMutex_);
+                wake_.wait_for(lock, stop, std::chrono::milliseconds(100), [] { return false; });
+            }
+            continue;
+        }
+        deadline += interval;
+        const auto now = Clock::now();
+        if (deadline < now) deadline = now;  // fell behind: no burst to catch up
+        std::unique_lock lock(wakeMutex_);
+        wake_.wait_until(lock, stop, deadline, [] { return false; });
+    }
+    std::lock_guard lock(sourceMutex_);
+    liveSource_ = nullptr;
+}
+
+void SharedCapture::publish(GrabbedFrame&& frame) {
+    {
+        std::lock_guard lock(frameMutex_);
+        latest_.image = std::move(frame.image);
+        latest_.sequence += 1;
+        latest_.capturedAt = std::chrono::steady_clock::now();
+    }
+    if (!noticePending_.exchange(true))
+        QMetaObject::invokeMethod(this, [this] { deliverFrameNotice(); }, Qt::QueuedConnection);
+}
+
+void SharedCapture::deliverFrameNotice() {
+    noticePending_ = false;
+    emit frameAvailable();
+}
+
+void SharedCapture::deliverPointer(bool inside) {
+    if (inside == pointerInside_) return;
+    pointerInside_ = inside;
+    ++cursorUpdateCount_;
+    emit pointerInsideChanged(inside);
+}
+
+}  // namespace orvane

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "capture/CaptureResult.h"
+#include "capture/CapturedFrame.h"
+#include "capture/FrameSource.h"
+
+namespace orvane {
+
+// One running capture of one target, on a thread of its own, however many
+// views show it. The thread keeps only the latest frame; the main thread is
+// told that a new one is there at most once per turn of its event loop, so
+// it never works through a queue of old pictures.
+class SharedCapture : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool pointerInside READ pointerInside NOTIFY pointerInsideChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY failed)
+
+public:
+    using Opener = std::function<CaptureResult<std::unique_ptr<FrameSource>>()>;
+
+    // Opens the source on the new thread, then grabs framesPerSecond times a
+    // second, or as fast as the source delivers when it paces itself.
+    SharedCapture(QString key, int framesPerSecond, Opener opener, QObject* parent = nullptr);
+    ~SharedCapture() override;
+
+    const QString& key() const { return key_; }
+    CapturedFrame latestFrame() const;
+    bool pointerInside() const { return pointerInside_; }
+    QString errorMessage() const { return errorMessage_; }
+    // How often the cursor setting flipped since start.
+    int cursorUpdateCount() const { return cursorUpdateCount_; }
+
+signals:
+    void frameAvailable();
+    void pointerInsideChanged(bool inside);
+    void failed(const QString& message);
+
+private:
+    void run(std::stop_token stop);
+    void publish(GrabbedFrame&& frame);
+    void deliverFrameNotice();
+    void deliverPointer(bool inside);
+
+    const QString key_;
+    const int framesPerSecond_;
+    Opener opener_;
+
+    mutable std::mutex frameMutex_;
+    CapturedFrame latest_;  // protected by frameMutex_
+    std::atomic<bool> noticePending_{false};
+
+    std::mutex wakeMutex_;                  // protects nothing but the wait below
+    std::condition_variable_any wake_;
+    std::mutex sourceMutex_;
+    FrameSource* liveSource_ = nullptr;  // protected by sourceMutex_; for interrupt() on stop
+
+    // Main thread only.
+    bool pointerInside_ = false;
+    int cursorUpdateCount_ = 0;
+    QString errorMessage_;
+
+    std::jthread thread_;  // last: started after every field above exists
+};
+
+}  // namespace orvane

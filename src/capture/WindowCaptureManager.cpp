@@ -1,0 +1,47 @@
+#include "capture/WindowCaptureManager.h"
+
+#include "capture/CaptureBackend.h"
+#include "capture/WindowListRules.h"
+#include "document/Log.h"
+
+namespace orvane {
+
+WindowCaptureManager::WindowCaptureManager(CaptureBackend& backend, QObject* parent)
+    : QObject(parent), backend_(backend) {}
+
+void WindowCaptureManager::fetchAvailableWindows() {
+    setLoading(true);
+    setErrorMessage(QString());
+    auto listed = backend_.windows();
+    if (!listed) {
+        setErrorMessage(QStringLiteral("Error loading windows: ") + listed.error());
+        logLine("❌ " + errorMessage_.toStdString());
+    } else {
+        availableWindows_ = WindowListRules::selectable(listed.value());
+        logLine("🪟 Found " + std::to_string(availableWindows_.size()) + " windows");
+        emit availableWindowsChanged();
+    }
+    setLoading(false);
+}
+
+std::optional<QImage> WindowCaptureManager::getWindowThumbnail(std::uint32_t windowId) {
+    return backend_.windowThumbnail(windowId);
+}
+
+void WindowCaptureManager::bringWindowToFront(std::uint32_t windowId) {
+    backend_.bringWindowToFront(windowId);
+}
+
+void WindowCaptureManager::setLoading(bool loading) {
+    if (isLoading_ == loading) return;
+    isLoading_ = loading;
+    emit isLoadingChanged();
+}
+
+void WindowCaptureManager::setErrorMessage(const QString& message) {
+    if (errorMessage_ == message && errorMessage_.isNull() == message.isNull()) return;
+    errorMessage_ = message;
+    emit errorMessageChanged();
+}
+
+}  // namespace orvane

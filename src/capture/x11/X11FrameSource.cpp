@@ -1,0 +1,188 @@
+#include "capture/x11/X11FrameSource.h"
+
+#include <xcb/composite.h>
+#include <xcb/shm.h>
+
+#include <fcntl.h>
+
+#include <cstring>
+
+#include "capture/CaptureError.h"
+#include "capture/FrameFit.h"
+#include "capture/x11/XcbReply.h"
+
+namespace orvane {
+
+namespace {
+// One buffer on screen, one being filled, a few held by slow viewers.
+constexpr int kMaxShmSegments = 6;
+}
+
+CaptureResult<std::unique_ptr<FrameSource>> X11FrameSource::open(const QByteArray& displayName,
+                                                                 const CaptureTarget& target,
+                                                                 const QRect& displayArea,
+                                                                 std::shared_ptr<std::atomic<int>> openStreams) {
+    auto connection = std::make_unique<XcbConnection>(displayName);
+    if (!connection->ok()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(connection->failure());
+    std::unique_ptr<X11FrameSource> source(new X11FrameSource(std::move(connection), target, std::move(openStreams)));
+    const QString failure = source->start(displayArea);
+    if (!failure.isEmpty()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(failure);
+    return std::unique_ptr<FrameSource>(std::move(source));
+}
+
+X11FrameSource::X11FrameSource(std::unique_ptr<XcbConnection> connection, const CaptureTarget& target,
+                               std::shared_ptr<std::atomic<int>> openStreams)
+    : connection_(std::move(connection)), target_(target), openStreams_(std::move(openStreams)) {
+    ++*openStreams_;
+}
+
+X11FrameSource::~X11FrameSource() {
+    xcb_connection_t* c = connection_->get();
+    detachPool();
+    if (windowPixmap_ != XCB_NONE) xcb_free_pixmap(c, windowPixmap_);
+    if (redirected_) xcb_composite_unredirect_window(c, target_.id, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    xcb_flush(c);
+    --*openStreams_;
+}
+
+QString X11FrameSource::start(const QRect& displayArea) {
+    xcb_connection_t* c = connection_->get();
+    cursor_ = std::make_unique<X11CursorPainter>(c, connection_->root());
+    auto shm = xcbWait<xcb_shm_query_version_reply_t>(c, xcb_shm_query_version_reply, xcb_shm_query_version(c));
+    // Passing a memfd needs MIT-SHM 1.2.
+    hasShm_ = shm && (shm->major_version > 1 || (shm->major_version == 1 && shm->minor_version >= 2));
+
+    if (target_.kind == CaptureTarget::Kind::display) {
+        const QRect screen(0, 0, connection_->screen()->width_in_pixels, connection_->screen()->height_in_pixels);
+        area_ = displayArea.intersected(screen);
+        if (area_.isEmpty()) return errorDescription(CaptureError::noDisplayFound);
+        origin_ = area_.topLeft();
+        format_ = QImage::Format_RGB32;
+        resetPool(area_.size());
+        return {};
+    }
+
+    auto composite = xcbWait<xcb_composite_query_version_reply_t>(c, xcb_composite_query_version_reply,
+                                                                  xcb_composite_query_version(c, 0, 4));
+    if (!composite) return QStringLiteral("The X server has no Composite extension");
+    XcbReply<xcb_generic_error_t> error(xcb_request_check(
+        c, xcb_composite_redirect_window_checked(c, target_.id, XCB_COMPOSITE_REDIRECT_AUTOMATIC)));
+    if (error) return errorDescription(CaptureError::windowNotFound);
+    redirected_ = true;
+    // The pointer is placed against the window's position at start.
+    origin_ = target_.cursorRegion.isEmpty() ? QPoint() : target_.cursorRegion.topLeft();
+    return nameWindowPixmap();
+}
+
+QString X11FrameSource::nameWindowPixmap() {
+    xcb_connection_t* c = connection_->get();
+    auto geometry = xcbWait<xcb_get_geometry_reply_t>(c, xcb_get_geometry_reply, xcb_get_geometry(c, target_.id));
+    if (!geometry) return errorDescription(CaptureError::windowNotFound);
+    if (windowPixmap_ != XCB_NONE) xcb_free_pixmap(c, windowPixmap_);
+    windowPixmap_ = xcb_generate_id(c);
+    XcbReply<xcb_generic_error_t> error(
+        xcb_request_check(c, xcb_composite_name_window_pixmap_checked(c, target_.id, windowPixmap_)));
+    if (error) {
+        windowPixmap_ = XCB_NONE;
+        return QStringLiteral("The window is not shown");
+    }
+    area_ = QRect(0, 0, geometry->width, geometry->height);
+    format_ = geometry->depth == 32 ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+    if (area_.size() != poolSize_) resetPool(area_.size());
+    return {};
+}
+
+void X11FrameSource::resetPool(const QSize& size) {
+    detachPool();
+    poolSize_ = size;
+    if (hasShm_)
+        pool_ = X11ShmPool::create(static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()) * 4,
+                                   kMaxShmSegments);
+}
+
+void X11FrameSource::detachPool() {
+    if (!pool_) return;
+    // Images still on screen keep the memory; only the server lets go.
+    for (int i = 0; i < pool_->segmentCount(); ++i) {
+        X11ShmPool::Segment& segment = pool_->segment(i);
+        if (segment.serverId) xcb_shm_detach(connection_->get(), segment.serverId);
+        segment.serverId = 0;
+    }
+    pool_.reset();
+}
+
+CaptureResult<GrabbedFrame> X11FrameSource::grabFrame() {
+    xcb_drawable_t drawable = connection_->root();
+    if (target_.kind == CaptureTarget::Kind::window) {
+        // Renamed every frame: a window that is resized or mapped again
+        // gets a new pixmap behind it.
+        const QString failure = nameWindowPixmap();
+        if (!failure.isEmpty()) return CaptureResult<GrabbedFrame>::failure(failure);
+        drawable = windowPixmap_;
+    }
+    CaptureResult<QImage> grabbed = grab(drawable, area_, format_);
+    if (!grabbed) return CaptureResult<GrabbedFrame>::failure(grabbed.error());
+    QImage image = grabbed.takeValue();
+
+    GrabbedFrame frame;
+    if (!target_.cursorRegion.isEmpty()) {
+        const std::optional<QPoint> pointer = cursor_->pointer();
+        frame.pointerInside = pointer && target_.cursorRegion.contains(*pointer);
+        if (frame.pointerInside) cursor_->paint(image, origin_, *pointer);
+    }
+    frame.image = FrameFit::fit(image, target_.outputSize);
+    return frame;
+}
+
+CaptureResult<QImage> X11FrameSource::grab(xcb_drawable_t drawable, const QRect& area, QImage::Format format) {
+    if (!pool_) return grabWithoutShm(drawable, area, format);
+    const int index = pool_->acquire();
+    if (index < 0) return grabWithoutShm(drawable, area, format);
+
+    xcb_connection_t* c = connection_->get();
+    X11ShmPool::Segment& segment = pool_->segment(index);
+    if (segment.serverId == 0) {
+        const int fd = ::fcntl(segment.fd.get(), F_DUPFD_CLOEXEC, 0);  // XCB closes what it sends
+        const std::uint32_t id = xcb_generate_id(c);
+        XcbReply<xcb_generic_error_t> error(xcb_request_check(c, xcb_shm_attach_fd_checked(c, id, fd, 0)));
+        if (error) {
+            pool_->release(index);
+            hasShm_ = false;
+            pool_.reset();
+            return grabWithoutShm(drawable, area, format);
+        }
+        segment.serverId = id;
+    }
+    auto reply = xcbWait<xcb_shm_get_image_reply_t>(
+        c, xcb_shm_get_image_reply,
+        xcb_shm_get_image(c, drawable, static_cast<std::int16_t>(area.x()), static_cast<std::int16_t>(area.y()),
+                          static_cast<std::uint16_t>(area.width()), static_cast<std::uint16_t>(area.height()),
+                          ~0u, XCB_IMAGE_FORMAT_Z_PIXMAP, segment.serverId, 0));
+    if (!reply) {
+        pool_->release(index);
+        return CaptureResult<QImage>::failure(QStringLiteral("The X server refused the grab"));
+    }
+    return pool_->wrap(index, area.width(), area.height(), area.width() * 4, format);
+}
+
+CaptureResult<QImage> X11FrameSource::grabWithoutShm(xcb_drawable_t drawable, const QRect& area,
+                                                     QImage::Format format) {
+    xcb_connection_t* c = connection_->get();
+    auto reply = xcbWait<xcb_get_image_reply_t>(
+        c, xcb_get_image_reply,
+        xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, static_cast<std::int16_t>(area.x()),
+                      static_cast<std::int16_t>(area.y()), static_cast<std::uint16_t>(area.width()),
+                      static_cast<std::uint16_t>(area.height()), ~0u));
+    if (!reply) return CaptureResult<QImage>::failure(QStringLiteral("The X server refused the grab"));
+    const int length = xcb_get_image_data_length(reply.get());
+    if (length < area.width() * area.height() * 4)
+        return CaptureResult<QImage>::failure(QStringLiteral("Unexpected pixel format"));
+    QImage image(area.size(), format);
+    const std::uint8_t* data = xcb_get_image_data(reply.get());
+    for (int y = 0; y < area.height(); ++y)
+        std::memcpy(image.scanLine(y), data + static_cast<std::ptrdiff_t>(y) * area.width() * 4,
+                    static_cast<std::size_t>(area.width()) * 4);
+    return image;
+}
+
+}  // namespace orvane

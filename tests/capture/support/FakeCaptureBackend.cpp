@@ -1,0 +1,44 @@
+#include "support/FakeCaptureBackend.h"
+
+namespace orvane::test {
+
+namespace {
+
+class SolidFrameSource : public FrameSource {
+public:
+    SolidFrameSource(QSize size, QColor colour, std::shared_ptr<std::atomic<int>> open)
+        : size_(size), colour_(colour), open_(std::move(open)) {
+        ++*open_;
+    }
+    ~SolidFrameSource() override { --*open_; }
+    CaptureResult<GrabbedFrame> grabFrame() override {
+        QImage image(size_, QImage::Format_RGB32);
+        image.fill(colour_);
+        return GrabbedFrame{image, false};
+    }
+
+private:
+    QSize size_;
+    QColor colour_;
+    std::shared_ptr<std::atomic<int>> open_;
+};
+
+}  // namespace
+
+CaptureResult<std::vector<CaptureDisplay>> FakeCaptureBackend::displays() {
+    if (!listingError.isEmpty()) return CaptureResult<std::vector<CaptureDisplay>>::failure(listingError);
+    return displayList;
+}
+
+CaptureResult<std::vector<ShareableWindow>> FakeCaptureBackend::windows() {
+    if (!listingError.isEmpty()) return CaptureResult<std::vector<ShareableWindow>>::failure(listingError);
+    return windowList;
+}
+
+CaptureResult<std::unique_ptr<FrameSource>> FakeCaptureBackend::openStream(const CaptureTarget& target) {
+    if (!openError.isEmpty()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(openError);
+    ++*opened_;
+    return std::unique_ptr<FrameSource>(std::make_unique<SolidFrameSource>(target.outputSize, colour, open_));
+}
+
+}  // namespace orvane::test

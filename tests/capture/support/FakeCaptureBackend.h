@@ -1,0 +1,37 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+#include "capture/CaptureBackend.h"
+
+namespace orvane::test {
+
+// A backend with lists set by the test and streams that paint a solid
+// colour; it counts what it opens.
+class FakeCaptureBackend : public CaptureBackend {
+public:
+    std::vector<CaptureDisplay> displayList;
+    std::vector<ShareableWindow> windowList;
+    QString listingError;  // when set, every listing fails with it
+    QString openError;     // when set, opening a stream fails with it
+    QColor colour = Qt::green;
+
+    CaptureResult<std::vector<CaptureDisplay>> displays() override;
+    CaptureResult<std::vector<ShareableWindow>> windows() override;
+    std::optional<QImage> displayThumbnail(std::uint32_t) override { return std::nullopt; }
+    std::optional<QImage> windowThumbnail(std::uint32_t) override { return std::nullopt; }
+    CaptureResult<std::unique_ptr<FrameSource>> openStream(const CaptureTarget& target) override;
+    void bringWindowToFront(std::uint32_t windowId) override { lastRaised = windowId; }
+    int openStreamCount() const override { return *open_; }
+
+    int opened() const { return *opened_; }
+    std::uint32_t lastRaised = 0;
+
+private:
+    std::shared_ptr<std::atomic<int>> open_ = std::make_shared<std::atomic<int>>(0);
+    std::shared_ptr<std::atomic<int>> opened_ = std::make_shared<std::atomic<int>>(0);
+};
+
+}  // namespace orvane::test

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include "remote/RemoteSessionSnapshot.h"
+
+namespace orvane {
+
+// Hands the latest session snapshot from the main thread to the server
+// thread. Readers keep their own reference, so a publish never waits for a
+// request and a request never sees a half-built snapshot.
+class RemoteSnapshotStore {
+public:
+    void publish(std::shared_ptr<const RemoteSessionSnapshot> snapshot);
+    std::shared_ptr<const RemoteSessionSnapshot> current() const;
+
+private:
+    mutable std::mutex mutex_;
+    // protected by mutex_
+    std::shared_ptr<const RemoteSessionSnapshot> current_;
+};
+
+}  // namespace orvane

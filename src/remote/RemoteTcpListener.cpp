@@ -1,0 +1,7 @@
+#include "remote/RemoteTcpListener.h"
+
+namespace orvane {
+
+void RemoteTcpListener::incomingConnection(qintptr descriptor) { emit descriptorAccepted(descriptor); }
+
+}  // namespace orvane

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonValue>
+
+#include "support/PageDriver.h"
+#include "support/ServerFixture.h"
+
+using namespace orvane::test;
+
+namespace {
+
+const QString kButtonTexts =
+    QStringLiteral("Array.from(document.querySelectorAll('.scene-button')).map(b => b.textContent)");
+const QString kActiveButtons = QStringLiteral(
+    "Array.from(document.querySelectorAll('.scene-button')).flatMap((b, i) => b.classList.contains('active') ? [i] : [])");
+const QString kStatusLine = QStringLiteral(
+    "document.getElementById('status').className + ' | ' + document.getElementById('status').textContent");
+const QString kLiveText = QStringLiteral("document.getElementById('liveButton').textContent");
+const QString kBlurState = QStringLiteral(
+    "document.getElementById('blurButton').textContent + ' | ' + document.getElementById('blurButton').className");
+
+QJsonArray strings(std::initializer_list<const char*> items) {
+    QJsonArray out;
+    for (const char* s : items) out.append(QString::fromUtf8(s));
+    return out;
+}
+
+class RemotePageBrowser : public ServerFixture {
+protected:
+    void SetUp() override {
+        ServerFixture::SetUp();
+        driver = std::make_unique<PageDriver>();
+        ASSERT_TRUE(driver->ready()) << driver->lastError().toStdString();
+        ASSERT_TRUE(driver->navigate(QStringLiteral("http://127.0.0.1:%1/").arg(port)))
+            << driver->lastError().toStdString();
+    }
+    void TearDown() override {
+        driver.reset();
+        ServerFixture::TearDown();
+    }
+    std::unique_ptr<PageDriver> driver;
+};
+
+#define EXPECT_PAGE(expr, value) \
+    EXPECT_TRUE(driver->waitForValue(expr, value)) << driver->lastError().toStdString()
+
+}  // namespace
+
+TEST_F(RemotePageBrowser, DrivesTheSession) {
+    // The scenes of the session, the first one active.
+    EXPECT_PAGE(kButtonTexts, strings({"1Intro", "2Talk", "3Outro"}));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{0});
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status connected | ✅ Connected to OrvaneUI"));
+    EXPECT_EQ(driver->evaluate(QStringLiteral("document.title")), QStringLiteral("OrvaneUI Remote"));
+
+    // A tap on a scene button changes the session's active scene.
+    ASSERT_TRUE(driver->click(QStringLiteral(".scene-button"), 1));
+    EXPECT_TRUE(waitUntil([&] { return session->activeIndex() == 1; }));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{1});
+
+    // Go Live: the program scene follows, and the button says so for a while.
+    ASSERT_TRUE(driver->click(QStringLiteral("#liveButton")));
+    EXPECT_TRUE(waitUntil([&] { return session->programScene() && session->programScene()->name == "Talk"; }));
+    EXPECT_PAGE(kLiveText, QStringLiteral("🔴 LIVE!"));
+    EXPECT_PAGE(QStringLiteral("document.getElementById('liveButton').style.background.includes('rgb(239, 68, 68)')"),
+                true);
+    EXPECT_TRUE(driver->waitForValue(kLiveText, QStringLiteral("🔴 Go Live"), 4000)) << driver->lastError().toStdString();
+
+    // Blur: flips the session's flag, and the button follows its replies.
+    ASSERT_TRUE(driver->click(QStringLiteral("#blurButton")));
+    EXPECT_TRUE(waitUntil([&] { return session->isBlurModeActive(); }));
+    EXPECT_PAGE(kBlurState, QStringLiteral("🔓 Remove Blur | control-button active"));
+    ASSERT_TRUE(driver->click(QStringLiteral("#blurButton")));
+    EXPECT_TRUE(waitUntil([&] { return !session->isBlurModeActive(); }));
+    EXPECT_PAGE(kBlurState, QStringLiteral("🔒 Toggle Blur | control-button"));
+
+    // Digit keys switch scenes; a digit without a scene does nothing; B blurs.
+    ASSERT_TRUE(driver->key(QStringLiteral("3")));
+    EXPECT_TRUE(waitUntil([&] { return session->activeIndex() == 2; }));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{2});
+    const int before = session->actionsApplied();
+    ASSERT_TRUE(driver->key(QStringLiteral("7")));
+    spinFor(300);
+    EXPECT_EQ(session->actionsApplied(), before);
+    ASSERT_TRUE(driver->key(QStringLiteral("b")));
+    EXPECT_TRUE(waitUntil([&] { return session->isBlurModeActive(); }));
+    EXPECT_PAGE(kBlurState, QStringLiteral("🔓 Remove Blur | control-button active"));
+
+    // A change made at the console shows at the next refresh.
+    session->setActiveIndex(0);
+    EXPECT_PAGE(kActiveButtons, QJsonArray{0});
+    session->loadPreset({"Intro", "Talk", "Outro", "Q&A"}, 3);
+    EXPECT_PAGE(kButtonTexts, strings({"1Intro", "2Talk", "3Outro", "4Q&A"}));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{3});
+
+    // Without a preset the page reports a failed connection.
+    session->unloadPreset();
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status disconnected | ❌ Connection failed"));
+    session->loadPreset({"Intro"});
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status connected | ✅ Connected to OrvaneUI"));
+
+    // A stopped server: the grid keeps its buttons; a restart recovers.
+    manager->stopServer();
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status disconnected | ❌ Connection failed"));
+    EXPECT_EQ(driver->evaluate(kButtonTexts), strings({"1Intro"}));
+    manager->setServerPort(port);
+    manager->startServer();
+    ASSERT_TRUE(waitUntil([&] { return manager->isServerRunning(); }));
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status connected | ✅ Connected to OrvaneUI"));
+}
+
+TEST_F(RemotePageBrowser, SceneNamesAreTextNotMarkup) {
+    session->loadPreset({"<img src=x onerror=alert(1)>", "<b>Bold</b> & \"quoted\""});
+    EXPECT_PAGE(kButtonTexts, strings({"1<img src=x onerror=alert(1)>", "2<b>Bold</b> & \"quoted\""}));
+    EXPECT_EQ(driver->evaluate(QStringLiteral("document.querySelectorAll('#scenes img, #scenes b').length")), 0);
+    spinFor(500);
+    EXPECT_EQ(driver->dialogCount(), 0);
+
+    // The dialog detector itself works: a real alert is seen.
+    driver->evaluate(QStringLiteral("setTimeout(() => alert('probe'), 0); true"));
+    EXPECT_TRUE(waitUntil([&] { return driver->dialogCount() == 1; }, 3000));
+}

@@ -19,6 +19,8 @@ struct CaptureDisplay {
     QString displayName() const {
         return name.isEmpty() ? QStringLiteral("Display %1").arg(id) : name;
     }
+
+    friend bool operator==(const CaptureDisplay&, const CaptureDisplay&) = default;
 };
 
 }  // namespace orvane

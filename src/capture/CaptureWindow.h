@@ -19,6 +19,8 @@ struct CaptureWindow {
     QString displayName() const {
         return title.isEmpty() ? ownerName : ownerName + QStringLiteral(" - ") + title;
     }
+
+    friend bool operator==(const CaptureWindow&, const CaptureWindow&) = default;
 };
 
 }  // namespace orvane

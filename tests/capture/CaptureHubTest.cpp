@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "capture/CaptureHub.h"
+#include "support/QStringPrinter.h"
 #include "support/QtTestEnvironment.h"
 
 namespace orvane {

@@ -5,6 +5,7 @@
 #include "capture/CaptureHub.h"
 #include "capture/ScreenCaptureViewModel.h"
 #include "support/FakeCaptureBackend.h"
+#include "support/QStringPrinter.h"
 #include "support/QtTestEnvironment.h"
 
 namespace orvane {

@@ -35,6 +35,43 @@ bool windowManagerRunning(const QByteArray& display) {
     return found;
 }
 
+// Maps a probe window and waits until the window manager lists it: only
+// then are windows that tests map sure to be managed, not slipped in while
+// the manager is still starting up.
+bool windowManagerManages(const QByteArray& display, std::chrono::steady_clock::time_point deadline) {
+    xcb_connection_t* c = xcb_connect(display.constData(), nullptr);
+    if (xcb_connection_has_error(c)) {
+        xcb_disconnect(c);
+        return false;
+    }
+    xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+    const char* name = "_NET_CLIENT_LIST";
+    xcb_intern_atom_reply_t* atom =
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, static_cast<uint16_t>(std::strlen(name)), name), nullptr);
+    const xcb_window_t probe = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, probe, screen->root, 0, 0, 10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      screen->root_visual, 0, nullptr);
+    xcb_map_window(c, probe);
+    xcb_flush(c);
+    bool listed = false;
+    while (atom && !listed && std::chrono::steady_clock::now() < deadline) {
+        xcb_get_property_reply_t* prop = xcb_get_property_reply(
+            c, xcb_get_property(c, 0, screen->root, atom->atom, XCB_ATOM_WINDOW, 0, 1024), nullptr);
+        if (prop) {
+            const auto* windows = static_cast<const xcb_window_t*>(xcb_get_property_value(prop));
+            const int count = xcb_get_property_value_length(prop) / 4;
+            for (int i = 0; i < count; ++i) listed = listed || windows[i] == probe;
+            free(prop);
+        }
+        if (!listed) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    free(atom);
+    xcb_destroy_window(c, probe);
+    xcb_flush(c);
+    xcb_disconnect(c);
+    return listed;
+}
+
 }  // namespace
 
 QString TestDisplayServer::start(bool withWindowManager, bool splitMonitors) {
@@ -93,6 +130,11 @@ QString TestDisplayServer::start(bool withWindowManager, bool splitMonitors) {
             if (std::chrono::steady_clock::now() > wmDeadline) return QStringLiteral("openbox did not come up");
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
+        // Early maps can slip past a manager that is still starting: retry.
+        bool manages = false;
+        for (int attempt = 0; attempt < 5 && !manages; ++attempt)
+            manages = windowManagerManages(displayName_, std::chrono::steady_clock::now() + std::chrono::seconds(2));
+        if (!manages) return QStringLiteral("openbox does not manage windows");
     }
     return {};
 }

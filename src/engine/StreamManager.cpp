@@ -42,6 +42,16 @@ std::chrono::milliseconds transitionDelay(double durationSeconds) {
     return std::chrono::milliseconds(static_cast<long long>(ms));
 }
 
+// Queued calls by name (from the remote server's workers, say) copy their
+// arguments through the meta-type system, which must know the records.
+void registerRecordTypes() {
+    qRegisterMetaType<StreamingScene>();
+    qRegisterMetaType<Preset>();
+    qRegisterMetaType<Point>();
+    qRegisterMetaType<std::optional<StreamingScene>>();
+    qRegisterMetaType<std::optional<Preset>>();
+}
+
 std::unique_ptr<QSettings> applicationSettings() {
     return std::make_unique<QSettings>(QStringLiteral("OrvaneUI"), QStringLiteral("OrvaneUI"));
 }
@@ -57,6 +67,8 @@ StreamManager::StreamManager(PresetStorage& storage, std::unique_ptr<QSettings> 
     // document, then the managers that hold the session weakly. The web
     // server, teleprompter and recording managers join through their
     // setters once their subsystems exist. No timer or monitor starts here.
+    static const bool registered = (registerRecordTypes(), true);
+    Q_UNUSED(registered);
     performanceMonitor_ = new PerformanceMonitor(this);
     loadOrCreatePreset();
     virtualCameraManager_ = new VirtualCameraManager(this, this);

@@ -1,0 +1,121 @@
+#include "composition/CameraLayerPainter.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+
+#include "composition/CameraMask.h"
+#include "composition/ColorConvert.h"
+#include "composition/ImageAdjust.h"
+#include "composition/SourceFrameGeometry.h"
+
+namespace orvane {
+
+CameraBox CameraLayerPainter::boxFor(const SourceConfiguration& config, SceneLayout layout, QRectF cameraFrame,
+                                     QSizeF canvas) {
+    if (SceneLayoutHelper::isPipLayout(layout))
+        return SceneLayoutHelper::calculateCameraTransformPIP(config, cameraFrame, canvas);
+    return SceneLayoutHelper::calculateCameraTransform(config, layout, cameraFrame);
+}
+
+QPainterPath CameraLayerPainter::clipPath(const CameraBox& box, CameraShape shape, double cornerRadius) {
+    QPainterPath path;
+    const QRectF r = box.rect();
+    if (shape == CameraShape::circle) {
+        // A circle in a box that is not square takes the shorter side.
+        const double d = std::min(r.width(), r.height());
+        path.addEllipse(QRectF(r.center().x() - d / 2, r.center().y() - d / 2, d, d));
+    } else {
+        const double radius = std::clamp(cornerRadius, 0.0, std::min(r.width(), r.height()) / 2);
+        path.addRoundedRect(r, radius, radius);
+    }
+    return path;
+}
+
+void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, CameraShape shape,
+                                  const SourceConfiguration& config, const SourceFrame& frame) {
+    const QPainterPath path = clipPath(box, shape, config.cameraBorderRadius);
+    const QRectF r = box.rect();
+    painter.save();
+    painter.setClipPath(path, Qt::IntersectClip);
+    if (frame.state == SourceFrame::State::frame && !frame.image.isNull()) {
+        const QImage image = ImageAdjust::adjusted(frame.image, config.cameraBrightness, config.cameraContrast);
+        const QRectF zoomed = SourceFrameGeometry::cameraZoomRect(r.size(), std::max(0.01, config.cameraZoom))
+                                  .translated(r.topLeft());
+        const QRectF source = SourceFrameGeometry::aspectFillSource(image.size(), zoomed.size());
+        painter.drawImage(zoomed, image, source);
+    } else {
+        painter.fillRect(r, Qt::black);
+    }
+    painter.restore();
+
+    if (!config.cameraBorderEnabled) return;
+    const QColor color = ColorConvert::from(config.cameraBorderColor);
+    if (config.cameraBorderGlow > 0) {
+        // The glow is a shadow of the outline whose radius is half the glow
+        // value; a shadow radius is twice the Gaussian's deviation.
+        const double sigma = config.cameraBorderGlow * 0.5 / 2;
+        const QString key = QString::asprintf("%g,%g,%g,%g,%d,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
+                                              int(shape), config.cameraBorderWidth, sigma, color.rgba());
+        if (key != glowKey_) {
+            glowKey_ = key;
+            glow_ = SoftShadow::make(path, std::max(0.5, config.cameraBorderWidth), sigma, color);
+        }
+        glow_.draw(painter);
+    }
+    if (config.cameraBorderWidth > 0) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(color, config.cameraBorderWidth));
+        painter.drawPath(path);
+        painter.restore();
+    }
+}
+
+void CameraLayerPainter::paint(QPainter& painter, QSizeF canvas, SceneLayout layout, QRectF cameraFrame,
+                               const Source& camera, const SourceFrame& frame, double zoom) {
+    const SourceConfiguration& config = camera.configuration;
+    const CameraBox box = boxFor(config, layout, cameraFrame, canvas);
+    if (box.size.width() <= 0 || box.size.height() <= 0) return;
+    const CameraShape shape = SceneLayoutHelper::cameraShapeForLayout(config.cameraShape, layout);
+    const QPointF centre(canvas.width() / 2, canvas.height() / 2);
+
+    const auto stops = CameraMask::stops(layout);
+    if (!stops) {
+        painter.save();
+        painter.translate(centre);
+        painter.scale(zoom, zoom);
+        painter.translate(-centre);
+        paintBox(painter, box, shape, config, frame);
+        painter.restore();
+        return;
+    }
+
+    // The mask spans the whole canvas, so the layer is drawn off-screen at
+    // canvas size, masked, then put in place.
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    const QSize pixels((canvas * dpr).toSize());
+    if (pixels.isEmpty()) return;
+    if (layer_.size() != pixels) layer_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    layer_.setDevicePixelRatio(dpr);
+    layer_.fill(Qt::transparent);
+    {
+        QPainter p(&layer_);
+        p.setRenderHints(painter.renderHints());
+        p.translate(centre);
+        p.scale(zoom, zoom);
+        p.translate(-centre);
+        paintBox(p, box, shape, config, frame);
+        p.resetTransform();
+        QLinearGradient mask(0, 0, canvas.width(), 0);
+        for (int i = 0; i < 8; ++i)
+            mask.setColorAt(CameraMask::stopPosition(i), QColor::fromRgbF(0, 0, 0, static_cast<float>((*stops)[i])));
+        p.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        p.fillRect(QRectF(QPointF(0, 0), canvas), mask);
+    }
+    painter.drawImage(QRectF(QPointF(0, 0), canvas), layer_);
+}
+
+}  // namespace orvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QImage>
+#include <QSizeF>
+#include <QString>
+
+#include "composition/FrameSource.h"
+#include "composition/SceneLayoutHelper.h"
+#include "composition/SoftShadow.h"
+#include "document/Source.h"
+
+class QPainter;
+class QPainterPath;
+
+namespace orvane {
+
+// The camera layer: the first camera's picture in its box, clipped to its
+// shape, adjusted, zoomed about the canvas centre, masked in the side
+// layouts, with its border and glow. A camera without a frame is a black box,
+// as a camera that cannot start shows nothing.
+class CameraLayerPainter {
+public:
+    void paint(QPainter& painter, QSizeF canvas, SceneLayout layout, QRectF cameraFrame, const Source& camera,
+               const SourceFrame& frame, double zoom);
+
+    // The box and clip shape a camera gets in a layout.
+    static CameraBox boxFor(const SourceConfiguration& config, SceneLayout layout, QRectF cameraFrame,
+                            QSizeF canvas);
+    static QPainterPath clipPath(const CameraBox& box, CameraShape shape, double cornerRadius);
+
+private:
+    void paintBox(QPainter& painter, const CameraBox& box, CameraShape shape, const SourceConfiguration& config,
+                  const SourceFrame& frame);
+
+    QString glowKey_;
+    SoftShadow glow_;
+    QImage layer_;  // reused for the masked layouts
+};
+
+}  // namespace orvane

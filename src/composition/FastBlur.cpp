@@ -1,0 +1,148 @@
+#include "composition/FastBlur.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+// Target standard deviation, in pixels of the reduced picture.
+constexpr double kReducedSigma = 3.0;
+constexpr int kMaxSamples = 4;  // per axis, per reduced pixel
+
+// Widths of three box passes whose combination approximates a Gaussian of
+// standard deviation sigma.
+std::array<int, 3> boxWidths(double sigma) {
+    const int n = 3;
+    const double ideal = std::sqrt(12 * sigma * sigma / n + 1);
+    int wl = static_cast<int>(std::floor(ideal));
+    if (wl % 2 == 0) --wl;
+    wl = std::max(wl, 1);
+    const int wu = wl + 2;
+    const double mIdeal = (12 * sigma * sigma - n * wl * wl - 4 * n * wl - 3 * n) / (-4.0 * wl - 4);
+    const int m = static_cast<int>(std::lround(mIdeal));
+    std::array<int, 3> out{};
+    for (int i = 0; i < n; ++i) out[i] = i < m ? wl : wu;
+    return out;
+}
+
+// One box pass over `count` pixels spaced `stride` pixels apart, with
+// transparent pixels beyond both ends. `line` is read and written.
+void boxLine(std::uint8_t* line, int count, int stride, int radius, std::uint8_t* scratch) {
+    const int step = stride * 4;
+    for (int i = 0; i < count; ++i)
+        for (int c = 0; c < 4; ++c) scratch[i * 4 + c] = line[i * step + c];
+    const std::uint32_t window = 2 * radius + 1;
+    const std::uint64_t mul = (std::uint64_t(1) << 32) / window;
+    std::uint32_t sum[4] = {0, 0, 0, 0};
+    for (int i = 0; i <= std::min(radius, count - 1); ++i)
+        for (int c = 0; c < 4; ++c) sum[c] += scratch[i * 4 + c];
+    for (int x = 0; x < count; ++x) {
+        for (int c = 0; c < 4; ++c)
+            line[x * step + c] = static_cast<std::uint8_t>((sum[c] * mul + (std::uint64_t(1) << 31)) >> 32);
+        const int add = x + radius + 1;
+        if (add < count)
+            for (int c = 0; c < 4; ++c) sum[c] += scratch[add * 4 + c];
+        const int sub = x - radius;
+        if (sub >= 0)
+            for (int c = 0; c < 4; ++c) sum[c] -= scratch[sub * 4 + c];
+    }
+}
+
+// Area-averaging reduction by sampling a grid of at most 4 by 4 points in
+// each destination pixel's footprint.
+QImage reduce(const QImage& src, QSize size) {
+    QImage out(size, QImage::Format_ARGB32_Premultiplied);
+    const int sw = src.width();
+    const int sh = src.height();
+    const int nx = std::clamp(static_cast<int>(std::ceil(double(sw) / size.width())), 1, kMaxSamples);
+    const int ny = std::clamp(static_cast<int>(std::ceil(double(sh) / size.height())), 1, kMaxSamples);
+    std::vector<int> columns(static_cast<std::size_t>(size.width()) * nx);
+    for (int x = 0; x < size.width(); ++x)
+        for (int i = 0; i < nx; ++i) {
+            const double fx = (x + (i + 0.5) / nx) * sw / size.width();
+            columns[x * nx + i] = std::clamp(static_cast<int>(fx), 0, sw - 1);
+        }
+    const int samples = nx * ny;
+    const std::uint32_t mul = (1u << 16) / samples;
+    for (int y = 0; y < size.height(); ++y) {
+        const std::uint32_t* rows[kMaxSamples];
+        for (int j = 0; j < ny; ++j) {
+            const double fy = (y + (j + 0.5) / ny) * sh / size.height();
+            rows[j] = reinterpret_cast<const std::uint32_t*>(src.constScanLine(std::clamp(static_cast<int>(fy), 0, sh - 1)));
+        }
+        auto* dst = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            std::uint32_t a = 0, r = 0, g = 0, b = 0;
+            for (int j = 0; j < ny; ++j)
+                for (int i = 0; i < nx; ++i) {
+                    const std::uint32_t p = rows[j][columns[x * nx + i]];
+                    a += p >> 24;
+                    r += (p >> 16) & 0xff;
+                    g += (p >> 8) & 0xff;
+                    b += p & 0xff;
+                }
+            dst[x] = (((a * mul) >> 16) << 24) | (((r * mul) >> 16) << 16) | (((g * mul) >> 16) << 8) |
+                     ((b * mul) >> 16);
+        }
+    }
+    return out;
+}
+
+}  // namespace
+
+void FastBlur::blurInPlace(QImage& image, double sigma) {
+    if (image.isNull() || sigma < 0.3) return;
+    if (image.format() != QImage::Format_ARGB32_Premultiplied)
+        image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const int w = image.width();
+    const int h = image.height();
+    const int stride = static_cast<int>(image.bytesPerLine() / 4);
+    std::vector<std::uint8_t> scratch(static_cast<std::size_t>(std::max(w, h)) * 4);
+    std::uint8_t* bits = image.bits();
+    for (int width : boxWidths(sigma)) {
+        const int radius = (width - 1) / 2;
+        if (radius <= 0) continue;
+        for (int y = 0; y < h; ++y) boxLine(bits + static_cast<std::size_t>(y) * stride * 4, w, 1, radius, scratch.data());
+        for (int x = 0; x < w; ++x) boxLine(bits + static_cast<std::size_t>(x) * 4, h, stride, radius, scratch.data());
+    }
+}
+
+QImage FastBlur::blur(const QImage& source, QSizeF drawnSize, double sigma) {
+    if (source.isNull() || drawnSize.width() < 1 || drawnSize.height() < 1 || sigma < 0.5) return {};
+    const QImage* src = &source;
+    QImage converted;
+    if (source.format() != QImage::Format_ARGB32_Premultiplied && source.format() != QImage::Format_RGB32 &&
+        source.format() != QImage::Format_ARGB32) {
+        converted = source.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        src = &converted;
+    } else if (source.format() == QImage::Format_ARGB32 && !source.isNull()) {
+        converted = source.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        src = &converted;
+    }
+    const double factor = std::max(2.0, std::floor(sigma / kReducedSigma));
+    const QSize reduced(std::max(1, static_cast<int>(std::ceil(drawnSize.width() / factor))),
+                        std::max(1, static_cast<int>(std::ceil(drawnSize.height() / factor))));
+    const QImage small = reduce(*src, reduced);
+    // The reduction itself averages over about one reduced pixel, so the
+    // remaining spread is a little less than sigma / factor.
+    const double reducedSigma = std::sqrt(std::max(0.0, (sigma / factor) * (sigma / factor) - 0.25));
+    // Each box pass spreads the picture outwards; a transparent margin as
+    // wide as all passes together keeps that spread for the next pass, so
+    // the edges fall off like the Gaussian's and not faster.
+    int pad = 0;
+    for (int width : boxWidths(reducedSigma)) pad += (width - 1) / 2;
+    QImage padded(reduced + QSize(2 * pad, 2 * pad), QImage::Format_ARGB32_Premultiplied);
+    padded.fill(Qt::transparent);
+    for (int y = 0; y < reduced.height(); ++y)
+        std::memcpy(padded.scanLine(y + pad) + pad * 4, small.constScanLine(y), static_cast<std::size_t>(reduced.width()) * 4);
+    blurInPlace(padded, reducedSigma);
+    return padded.copy(pad, pad, reduced.width(), reduced.height());
+}
+
+}  // namespace orvane

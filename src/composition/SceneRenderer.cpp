@@ -1,0 +1,147 @@
+#include "composition/SceneRenderer.h"
+
+#include <QPainter>
+#include <algorithm>
+
+#include "composition/BackgroundPainter.h"
+#include "composition/CompositionIdentity.h"
+#include "composition/FrameSource.h"
+#include "composition/SceneLayoutHelper.h"
+#include "composition/StatusPainter.h"
+#include "slides/SlideImageLoader.h"
+#include "slides/SlidesRenderer.h"
+
+namespace orvane {
+
+SceneRenderer::SceneRenderer(SlideImageLoader* images)
+    : ownImages_(images ? nullptr : std::make_unique<SlideImageLoader>()),
+      images_(images ? images : ownImages_.get()),
+      slides_(std::make_unique<SlidesRenderer>(*images_)) {}
+
+SceneRenderer::~SceneRenderer() = default;
+
+void SceneRenderer::sync(const StreamingScene& scene, const SceneRenderInputs& inputs, double now) {
+    std::string identity = CompositionIdentity::key(scene, inputs.sceneUpdateTimestamp);
+    if (identity != identity_) {
+        identity_ = std::move(identity);
+        slideIndex_.clear();
+        // A rebuilt composition starts its zoom from 1.0.
+        zoom_ = CinematicZoom{};
+        // Capture views outlive a rebuild only while their source stays.
+        for (auto it = screens_.begin(); it != screens_.end();) {
+            const bool kept = std::any_of(scene.sources.begin(), scene.sources.end(),
+                                          [&](const Source& s) { return s.id == it->first; });
+            it = kept ? std::next(it) : screens_.erase(it);
+        }
+    }
+    zoom_.setEnabled(scene.cinematicZoomEnabled, now);
+    blur_.setActive(inputs.isProgram && inputs.isBlurModeActive, now);
+    for (const Source& source : scene.sources)
+        if (source.type == SourceType::content && source.configuration.slidesResource &&
+            !slideIndex_.contains(source.id))
+            slideIndex_[source.id] = source.configuration.slidesResource->currentSlideIndex;
+}
+
+int SceneRenderer::slideIndex(const Source& source) const {
+    if (const auto it = slideIndex_.find(source.id); it != slideIndex_.end()) return it->second;
+    return source.configuration.slidesResource ? source.configuration.slidesResource->currentSlideIndex : 0;
+}
+
+bool SceneRenderer::isAnimating(double now) const {
+    const double amount = blur_.amountAt(now);
+    const bool fading = amount > 0 && amount < 1;
+    const bool zooming = zoom_.isEnabled() || zoom_.scaleAt(now) != 1;
+    return fading || zooming;
+}
+
+void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
+    if (!in.scene || canvas.width() < 1 || canvas.height() < 1) return;
+    const StreamingScene& scene = *in.scene;
+    sync(scene, in, now);
+
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setClipRect(QRectF(QPointF(0, 0), canvas), Qt::IntersectClip);
+
+    const SceneLayout layout = SceneLayoutHelper::effectiveLayout(scene);
+    const LayoutFrame frames = SceneLayoutHelper::calculateFrames(layout, canvas);
+    const bool pip = SceneLayoutHelper::isPipLayout(layout);
+    const double zoom = zoom_.scaleAt(now);
+    const QPointF centre(canvas.width() / 2, canvas.height() / 2);
+
+    const Source* camera = nullptr;
+    bool hasScreens = false;
+    bool hasContent = false;
+    for (const Source& s : scene.sources) {
+        if (s.type == SourceType::camera && !camera) camera = &s;
+        if (s.type == SourceType::screen || s.type == SourceType::window) hasScreens = true;
+        if (s.type == SourceType::content) hasContent = true;
+    }
+    const auto frameOf = [&](const Source& s) { return in.frames ? in.frames->latestFrame(s) : SourceFrame{}; };
+    const auto paintCamera = [&] {
+        if (camera && frames.cameraFrame)
+            camera_.paint(painter, canvas, layout, *frames.cameraFrame, *camera, frameOf(*camera), zoom);
+    };
+
+    BackgroundPainter::paint(painter, canvas, scene);
+    if (!pip) paintCamera();
+
+    if (frames.contentFrame && hasScreens) {
+        const double blurRadius = blur_.radiusAt(now);
+        painter.save();
+        painter.translate(centre);
+        painter.scale(zoom, zoom);
+        painter.translate(-centre);
+        for (const Source& s : scene.sources) {
+            if (s.type != SourceType::screen && s.type != SourceType::window) continue;
+            screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius);
+        }
+        painter.restore();
+    }
+
+    if (frames.contentFrame && hasContent) {
+        // Content does not follow the cinematic zoom.
+        for (const Source& s : scene.sources) {
+            if (s.type != SourceType::content) continue;
+            const auto& deck = s.configuration.slidesResource;
+            if (s.configuration.contentType == ContentType::slides && deck)
+                slides_->paint(painter, *frames.contentFrame, *deck, slideIndex(s));
+            else
+                StatusPainter::paintContentPlaceholder(painter, *frames.contentFrame, QString::fromStdString(s.name));
+        }
+    }
+
+    if (pip) paintCamera();
+    if (scene.sources.empty()) StatusPainter::paintEmptyScene(painter, QRectF(QPointF(0, 0), canvas));
+    if (scene.brandingEnabled && in.presetBranding && in.presetBranding->enabled)
+        branding_.paint(painter, canvas, *in.presetBranding);
+    if (scene.progressBarEnabled && in.progressBar && in.progressBar->enabled)
+        progress_.paint(painter, canvas, *in.progressBar);
+    painter.restore();
+}
+
+bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs& in, const QPaintDevice* device) {
+    if (!in.scene) return false;
+    const StreamingScene& scene = *in.scene;
+    const LayoutFrame frames = SceneLayoutHelper::calculateFrames(SceneLayoutHelper::effectiveLayout(scene), canvas);
+    if (!frames.contentFrame) return false;
+    const QRectF box = *frames.contentFrame;
+    // Decks are stacked in scene order; the last one is on top.
+    for (auto it = scene.sources.rbegin(); it != scene.sources.rend(); ++it) {
+        const Source& s = *it;
+        if (s.type != SourceType::content) continue;
+        const auto& deck = s.configuration.slidesResource;
+        if (s.configuration.contentType != ContentType::slides || !deck) return false;
+        const int index = slideIndex(s);
+        const auto button = SlidesRenderer::hitTest(point - box.topLeft(), box.size(), *deck, index, device);
+        const int next = SlidesRenderer::pageAfter(button, index, static_cast<int>(deck->slides.size()));
+        if (next == index) return false;
+        slideIndex_[s.id] = next;
+        return true;
+    }
+    return false;
+}
+
+}  // namespace orvane

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QPointF>
+#include <QSizeF>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "composition/BlurFade.h"
+#include "composition/BrandingPainter.h"
+#include "composition/CameraLayerPainter.h"
+#include "composition/CinematicZoom.h"
+#include "composition/ProgressBarPainter.h"
+#include "composition/SceneRenderInputs.h"
+#include "composition/ScreenLayerPainter.h"
+#include "document/Uuid.h"
+
+class QPainter;
+
+namespace orvane {
+
+class SlideImageLoader;
+class SlidesRenderer;
+
+// Paints one composition of a scene into any painter at any canvas size:
+// background, camera, screens and windows, content, empty state, branding,
+// progress. One renderer stands for one composition on one surface: it keeps
+// what a composition keeps (the zoom's motion, the blur's fade, each deck's
+// page, image caches). When the scene's identity changes it starts afresh,
+// as a rebuilt composition would.
+//
+// Time is passed in, in seconds on any steady clock, so that renders are
+// reproducible.
+class SceneRenderer {
+public:
+    // `images` loads slide pictures and may be shared between renderers; when
+    // null the renderer makes its own.
+    explicit SceneRenderer(SlideImageLoader* images = nullptr);
+    ~SceneRenderer();
+    SceneRenderer(const SceneRenderer&) = delete;
+    SceneRenderer& operator=(const SceneRenderer&) = delete;
+
+    void render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& inputs, double now);
+
+    // A click at a canvas point: turns a deck's page when it hits a page
+    // button. Returns whether something changed (draw again).
+    bool click(QPointF point, QSizeF canvas, const SceneRenderInputs& inputs, const QPaintDevice* device);
+
+    // Whether the picture is moving at `now` (zoom, blur fade), so that the
+    // host keeps drawing.
+    bool isAnimating(double now) const;
+
+    // The page a deck source shows here.
+    int slideIndex(const Source& source) const;
+
+    SlideImageLoader& imageLoader() { return *images_; }
+
+private:
+    void sync(const StreamingScene& scene, const SceneRenderInputs& inputs, double now);
+
+    std::unique_ptr<SlideImageLoader> ownImages_;
+    SlideImageLoader* images_;
+    std::unique_ptr<SlidesRenderer> slides_;
+
+    std::string identity_;
+    CinematicZoom zoom_;
+    BlurFade blur_;
+    std::unordered_map<Uuid, int> slideIndex_;
+
+    CameraLayerPainter camera_;
+    std::unordered_map<Uuid, ScreenLayerPainter> screens_;
+    BrandingPainter branding_;
+    ProgressBarPainter progress_;
+};
+
+}  // namespace orvane

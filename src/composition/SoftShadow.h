@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPainterPath>
+#include <QRectF>
+
+class QPainter;
+
+namespace orvane {
+
+// A blurred, coloured copy of a shape: drop shadows under frames and the
+// glow around borders. Made at a reduced scale (a soft shadow has no fine
+// detail) and drawn back scaled; callers keep the result while the shape and
+// its numbers stay the same.
+class SoftShadow {
+public:
+    // `shape` is in canvas points. With strokeWidth > 0 the shape's outline
+    // of that width is blurred, otherwise its fill. sigma is the Gaussian's
+    // standard deviation in canvas points.
+    static SoftShadow make(const QPainterPath& shape, double strokeWidth, double sigma, const QColor& color);
+
+    // Draws the shadow moved by `offset`.
+    void draw(QPainter& painter, QPointF offset = {}) const;
+
+    bool isNull() const { return image_.isNull(); }
+    const QRectF& target() const { return target_; }
+
+private:
+    QImage image_;
+    QRectF target_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QRectF>
+#include <QString>
+#include <string_view>
+
+#include "composition/FrameSource.h"
+#include "document/DocumentEnums.h"
+
+class QPainter;
+
+namespace orvane {
+
+// The small centred columns shown where a picture is missing: a capture that
+// is starting, has failed or is idle; the content placeholder; the empty
+// scene.
+class StatusPainter {
+public:
+    // The states of a screen or window source without a frame, centred in
+    // `box`.
+    static void paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type);
+
+    // Placeholder for content without a renderer (text, image, web).
+    static void paintContentPlaceholder(QPainter& painter, QRectF box, const QString& name);
+
+    // A scene without sources.
+    static void paintEmptyScene(QPainter& painter, QRectF canvas);
+
+    // A symbol above one or two lines of text, centred in `box`. Sizes in
+    // canvas points.
+    struct Line {
+        QString text;
+        double size = 13;
+        int weight = 400;
+        QColor color;
+    };
+    static void paintColumn(QPainter& painter, QRectF box, std::string_view symbol, double symbolSize,
+                            const QColor& symbolColor, double spacing, std::initializer_list<Line> lines);
+
+    static const char* symbolForSourceType(SourceType type);
+};
+
+}  // namespace orvane

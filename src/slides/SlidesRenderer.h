@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+
+#include "document/SlidesResource.h"
+#include "slides/SlideGeometry.h"
+
+class QPainter;
+class QPaintDevice;
+
+namespace orvane {
+
+class SlideImageLoader;
+
+// Paints one page of a deck into a box: the slide's background, its image
+// and Markdown text, and the page control under it; the empty state when the
+// page does not exist. The page shown is the caller's (each place that shows
+// a deck keeps its own); clicks come back through hitTest.
+class SlidesRenderer {
+public:
+    enum class PageButton { none, previous, next };
+
+    // The loader is shared so that fetched images are cached across places;
+    // it must outlive the renderer.
+    explicit SlidesRenderer(SlideImageLoader& loader);
+
+    void paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex);
+
+    // Which page button lies under a point of the box (box coordinates,
+    // origin at the box's top left). Buttons take clicks whether or not they
+    // would act.
+    static PageButton hitTest(QPointF point, QSizeF view, const SlidesResource& deck, int currentIndex,
+                              const QPaintDevice* device);
+
+    // The page after pressing a button: previous acts from the second page
+    // on, next up to the last; otherwise the page stays.
+    static int pageAfter(PageButton button, int currentIndex, int slideCount);
+
+    // The slide on show, or none when the index is out of range.
+    static const Slide* slideAt(const SlidesResource& deck, int index);
+
+    static PageControlLayout pageControlLayout(QSizeF view, int currentIndex, int slideCount,
+                                               const QPaintDevice* device);
+
+private:
+    void paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide);
+    void paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int slideCount);
+
+    SlideImageLoader& loader_;
+};
+
+}  // namespace orvane

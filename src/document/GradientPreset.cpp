@@ -1,5 +1,7 @@
 #include "document/GradientPreset.h"
 
+#include <cmath>
+
 namespace orvane {
 
 namespace {
@@ -30,6 +32,18 @@ const std::vector<GradientPreset>& GradientPreset::presets() {
         row("Royal Purple", D::topToBottom, {{0.2, 0.1, 0.3, 1}, {0.3, 0.15, 0.45, 1}, {0.4, 0.2, 0.6, 1}}),
     };
     return table;
+}
+
+bool GradientPreset::matches(const std::vector<CodableColor>& sceneColors) const {
+    if (sceneColors.size() != colors.size()) return false;
+    auto near = [](double a, double b) { return std::fabs(a - b) <= 0.01; };
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const auto& a = colors[i];
+        const auto& b = sceneColors[i];
+        if (!near(a.red, b.red) || !near(a.green, b.green) || !near(a.blue, b.blue) || !near(a.alpha, b.alpha))
+            return false;
+    }
+    return true;
 }
 
 }  // namespace orvane

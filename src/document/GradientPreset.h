@@ -21,6 +21,10 @@ struct GradientPreset {
     // The fifteen rows of the picker, in order. Ids are made fresh once per run.
     static const std::vector<GradientPreset>& presets();
 
+    // True when `sceneColors` has as many stops as this row and every
+    // component is within 0.01 of it: how the picker recognises its row.
+    bool matches(const std::vector<CodableColor>& sceneColors) const;
+
     friend bool operator==(const GradientPreset&, const GradientPreset&) = default;
 };
 

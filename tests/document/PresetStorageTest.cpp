@@ -112,6 +112,7 @@ TEST_F(PresetStorageTest, DefaultBaseFallsBackToLocalShareWhenXdgDataHomeIsUnset
 TEST_F(PresetStorageTest, SharedInstanceLivesUnderXdgDataHome) {
     // The shared instance is made once per process, so it is checked in a
     // child process of its own.
+    const std::string previousStyle = GTEST_FLAG_GET(death_test_style);
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const fs::path expectedPresets = xdg.base() / "Presets";
     const fs::path expectedLogos = xdg.base() / "Logos";
@@ -126,6 +127,7 @@ TEST_F(PresetStorageTest, SharedInstanceLivesUnderXdgDataHome) {
             std::_Exit(placed ? 0 : 1);
         },
         ::testing::ExitedWithCode(0), "");
+    GTEST_FLAG_SET(death_test_style, previousStyle);
 }
 
 TEST_F(PresetStorageTest, FirstStartCreatesBothDirectoriesNoMetadataAndNoPreset) {

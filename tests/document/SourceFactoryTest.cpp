@@ -128,11 +128,13 @@ TEST(SourceFactory, ANewDeckHasOneWelcomeSlideAndTheDefaults) {
     EXPECT_EQ(slide.textAlignment, TextAlignment::leading);
     EXPECT_EQ(slide.backgroundColor, (CodableColor{0.1, 0.1, 0.12, 1}));
 
-    // Each deck and slide is its own.
+    // Each deck and slide is its own. (Adding may move the sources, so the
+    // first deck is copied before.)
+    const SlidesResource first = deck;
     addSlidesSource(scene);
     const SlidesResource& second = *scene.sources.back().configuration.slidesResource;
-    EXPECT_NE(second.id, deck.id);
-    EXPECT_NE(second.slides.at(0).id, slide.id);
+    EXPECT_NE(second.id, first.id);
+    EXPECT_NE(second.slides.at(0).id, first.slides.at(0).id);
 }
 
 TEST(SourceFactory, EveryPathAppendsWithAFreshIdAndSelectsTheNewSource) {

@@ -279,17 +279,17 @@ void StreamManager::openProgramWindow() {
         return;
     }
 
-    WindowLayer::ProgramWindowSpec spec;
-    spec.contentWidth = 1280;
-    spec.contentHeight = 720;
-    spec.title = programWindowTitle;
-    spec.frameName = programWindowFrameName;
-    spec.minimumWidth = 640;
-    spec.minimumHeight = 360;
-    spec.aspectWidth = 16;
-    spec.aspectHeight = 9;
+    WindowLayer::ProgramWindowOptions options;
+    options.contentWidth = 1280;
+    options.contentHeight = 720;
+    options.title = programWindowTitle;
+    options.frameName = programWindowFrameName;
+    options.minimumWidth = 640;
+    options.minimumHeight = 360;
+    options.aspectWidth = 16;
+    options.aspectHeight = 9;
     QPointer<StreamManager> self(this);
-    auto window = windowLayer_->createProgramWindow(spec, [self](ProgramWindow* closed) {
+    auto window = windowLayer_->createProgramWindow(options, [self](ProgramWindow* closed) {
         if (self) self->windowWillClose(closed);
     });
     if (!window) {

@@ -12,7 +12,7 @@ class ProgramWindow;
 // raising the application's own windows. Implemented by the console.
 class WindowLayer {
 public:
-    struct ProgramWindowSpec {
+    struct ProgramWindowOptions {
         int contentWidth = 0;
         int contentHeight = 0;
         std::string title;
@@ -29,7 +29,7 @@ public:
     // shown. `onUserClose` runs when the user closes it with the title bar,
     // with the window itself; it must not run for ProgramWindow::close().
     virtual std::shared_ptr<ProgramWindow> createProgramWindow(
-        const ProgramWindowSpec& spec, std::function<void(ProgramWindow*)> onUserClose) = 0;
+        const ProgramWindowOptions& options, std::function<void(ProgramWindow*)> onUserClose) = 0;
 
     // Activates the application and raises each of its visible windows
     // except dialogs.

@@ -41,16 +41,16 @@ TEST_F(ProgramWindowTest, OpeningCreatesTheWindowStartsTheCameraAndLogs) {
     session->openProgramWindow();
 
     ASSERT_EQ(layer->windows.size(), 1u);
-    const auto& spec = *layer->lastSpec;
-    EXPECT_EQ(spec.contentWidth, 1280);
-    EXPECT_EQ(spec.contentHeight, 720);
-    EXPECT_EQ(spec.title, "OrvaneUI - Virtual Camera Output");
-    EXPECT_EQ(spec.title.find("Program Output"), std::string::npos);
-    EXPECT_EQ(spec.frameName, "VirtualCameraWindow");
-    EXPECT_EQ(spec.minimumWidth, 640);
-    EXPECT_EQ(spec.minimumHeight, 360);
-    EXPECT_EQ(spec.aspectWidth, 16);
-    EXPECT_EQ(spec.aspectHeight, 9);
+    const auto& options = *layer->lastOptions;
+    EXPECT_EQ(options.contentWidth, 1280);
+    EXPECT_EQ(options.contentHeight, 720);
+    EXPECT_EQ(options.title, "OrvaneUI - Virtual Camera Output");
+    EXPECT_EQ(options.title.find("Program Output"), std::string::npos);
+    EXPECT_EQ(options.frameName, "VirtualCameraWindow");
+    EXPECT_EQ(options.minimumWidth, 640);
+    EXPECT_EQ(options.minimumHeight, 360);
+    EXPECT_EQ(options.aspectWidth, 16);
+    EXPECT_EQ(options.aspectHeight, 9);
 
     EXPECT_EQ(window()->broughtToFront, 1);
     EXPECT_TRUE(window()->levels.empty());  // normal level whatever the pin says

@@ -34,9 +34,9 @@ public:
 
 class FakeWindowLayer : public WindowLayer {
 public:
-    std::shared_ptr<ProgramWindow> createProgramWindow(const ProgramWindowSpec& spec,
+    std::shared_ptr<ProgramWindow> createProgramWindow(const ProgramWindowOptions& options,
                                                        std::function<void(ProgramWindow*)> onUserClose) override {
-        lastSpec = spec;
+        lastOptions = options;
         auto window = std::make_shared<FakeProgramWindow>();
         window->onUserClose = std::move(onUserClose);
         windows.push_back(window);
@@ -44,7 +44,7 @@ public:
     }
     void bringApplicationToFront() override { ++applicationBroughtToFront; }
 
-    std::optional<ProgramWindowSpec> lastSpec;
+    std::optional<ProgramWindowOptions> lastOptions;
     std::vector<std::weak_ptr<FakeProgramWindow>> windows;  // every window made, in order
     int applicationBroughtToFront = 0;
 };

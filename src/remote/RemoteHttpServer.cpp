@@ -41,7 +41,8 @@ void RemoteHttpServer::accept(qintptr descriptor) {
     }
     ++openConnections_;
     auto* connection = new RemoteConnection(descriptor, store_, sink_, this);
-    connect(connection, &QObject::destroyed, this, [this] { --openConnections_; });
+    connect(connection, &RemoteConnection::closed, this, [this] { --openConnections_; });
+    connection->start();
 }
 
 }  // namespace orvane

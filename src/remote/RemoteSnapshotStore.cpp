@@ -4,13 +4,16 @@
 
 namespace orvane {
 
+RemoteSnapshotStore::RemoteSnapshotStore() : current_(RemotePublishedSession::make(nullptr)) {}
+
 void RemoteSnapshotStore::publish(std::shared_ptr<const RemoteSessionSnapshot> snapshot) {
+    auto next = RemotePublishedSession::make(std::move(snapshot));
     std::lock_guard lock(mutex_);
-    current_.swap(snapshot);
-    // the old snapshot is released outside the lock, when `snapshot` goes
+    current_.swap(next);
+    // the old one is released outside the lock, when `next` goes
 }
 
-std::shared_ptr<const RemoteSessionSnapshot> RemoteSnapshotStore::current() const {
+std::shared_ptr<const RemotePublishedSession> RemoteSnapshotStore::current() const {
     std::lock_guard lock(mutex_);
     return current_;
 }

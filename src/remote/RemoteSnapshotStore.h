@@ -3,7 +3,7 @@
 #include <memory>
 #include <mutex>
 
-#include "remote/RemoteSessionSnapshot.h"
+#include "remote/RemotePublishedSession.h"
 
 namespace orvane {
 
@@ -12,13 +12,16 @@ namespace orvane {
 // request and a request never sees a half-built snapshot.
 class RemoteSnapshotStore {
 public:
+    RemoteSnapshotStore();
+
+    // Serialises the read replies on the calling thread, then swaps.
     void publish(std::shared_ptr<const RemoteSessionSnapshot> snapshot);
-    std::shared_ptr<const RemoteSessionSnapshot> current() const;
+    std::shared_ptr<const RemotePublishedSession> current() const;
 
 private:
     mutable std::mutex mutex_;
-    // protected by mutex_
-    std::shared_ptr<const RemoteSessionSnapshot> current_;
+    // protected by mutex_; never null
+    std::shared_ptr<const RemotePublishedSession> current_;
 };
 
 }  // namespace orvane

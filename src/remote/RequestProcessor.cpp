@@ -25,9 +25,14 @@ RequestLine splitRequestLine(std::string_view text) {
     return {line.substr(0, firstBlank), rest.substr(0, rest.find(' ')), true};
 }
 
-}  // namespace
+// The page never changes, so neither does its reply.
+const std::string& pageResponse() {
+    static const std::string response = createHTTPResponse(remotePageHtml(), "text/html");
+    return response;
+}
 
-RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnapshot* session) {
+RemoteReply route(std::string_view requestText, const RemoteSessionSnapshot* session,
+                  const RemotePublishedSession* published) {
     const RequestLine request = splitRequestLine(requestText);
     if (!request.complete) return {createInternalErrorResponse(), std::nullopt};
 
@@ -36,9 +41,11 @@ RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnap
     constexpr std::string_view scenePrefix = "/api/scene/";
 
     if (method == "GET") {
-        if (path == "/") return {createHTTPResponse(remotePageHtml(), "text/html"), std::nullopt};
-        if (path == "/api/scenes") return createScenesResponse(session);
-        if (path == "/api/status") return createStatusResponse(session);
+        if (path == "/") return {pageResponse(), std::nullopt};
+        if (path == "/api/scenes")
+            return published ? RemoteReply{published->scenesResponse, std::nullopt} : createScenesResponse(session);
+        if (path == "/api/status")
+            return published ? RemoteReply{published->statusResponse, std::nullopt} : createStatusResponse(session);
     } else if (method == "POST") {
         if (path.starts_with(scenePrefix)) return handleSceneChange(path.substr(scenePrefix.size()), session);
         if (path == "/api/live") return handleLiveUpdate(session);
@@ -51,8 +58,18 @@ RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnap
     return {createNotFoundResponse(), std::nullopt};
 }
 
+}  // namespace
+
+RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnapshot* session) {
+    return route(requestText, session, nullptr);
+}
+
 RemoteReply processRequestBytes(std::string_view bytes, const RemoteSessionSnapshot* session) {
-    return processRequest(isValidUtf8(bytes) ? bytes : std::string_view{}, session);
+    return route(isValidUtf8(bytes) ? bytes : std::string_view{}, session, nullptr);
+}
+
+RemoteReply processRequestBytes(std::string_view bytes, const RemotePublishedSession& published) {
+    return route(isValidUtf8(bytes) ? bytes : std::string_view{}, published.snapshot.get(), &published);
 }
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "remote/RemotePublishedSession.h"
 #include "remote/RemoteReply.h"
 #include "remote/RemoteSessionSnapshot.h"
 
@@ -14,5 +15,9 @@ RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnap
 
 // The raw bytes of one receive: text that is not valid UTF-8 reads as empty.
 RemoteReply processRequestBytes(std::string_view bytes, const RemoteSessionSnapshot* session);
+
+// The same, for the server: the read routes take the replies prepared when
+// the session was published.
+RemoteReply processRequestBytes(std::string_view bytes, const RemotePublishedSession& published);
 
 }  // namespace orvane

@@ -115,7 +115,9 @@ void WebServerManager::publishSession(std::shared_ptr<const RemoteSessionSnapsho
     store_->publish(std::move(snapshot));
 }
 
-std::shared_ptr<const RemoteSessionSnapshot> WebServerManager::session() const { return store_->current(); }
+std::shared_ptr<const RemoteSessionSnapshot> WebServerManager::session() const {
+    return store_->current()->snapshot;
+}
 
 void WebServerManager::applyAction(const RemoteAction& action) {
     applyRemoteAction(action, actions_, recorder_);

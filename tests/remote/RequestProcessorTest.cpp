@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "remote/RemotePage.h"
+#include "remote/RemotePublishedSession.h"
 #include "remote/RequestProcessor.h"
 #include "support/ExpectedResponses.h"
 
@@ -238,4 +240,23 @@ TEST(RequestProcessor, BytesThatAreNotUtf8ReadAsEmpty) {
     EXPECT_EQ(processRequestBytes("GET / HTTP/1.1\r\nX: \xe2\x82", &session).response, kExpectedInternalError);
     EXPECT_EQ(processRequestBytes("GET /api/status HTTP/1.1\r\nX: \xe2\x82\xac\r\n", &session).response,
               expected200(R"({"isRecording":false,"isStreaming":false,"activeScene":"Talk","programScene":"None"})"));
+}
+
+TEST(RequestProcessor, PreparedRepliesMatchTheHandlers) {
+    auto snapshot = std::make_shared<RemoteSessionSnapshot>(threeScenes());
+    snapshot->programScene = RemoteSceneState{"P", "On Air"};
+    const auto published = RemotePublishedSession::make(snapshot);
+    for (const char* request : {"GET /api/scenes HTTP/1.1\r\n\r\n", "GET /api/status HTTP/1.1\r\n\r\n",
+                                "GET / HTTP/1.1\r\n\r\n", "POST /api/scene/1 HTTP/1.1\r\n\r\n",
+                                "POST /api/blur HTTP/1.1\r\n\r\n", "GET /api/scenes/ HTTP/1.1\r\n\r\n", "GET"}) {
+        const auto direct = processRequestBytes(request, snapshot.get());
+        const auto prepared = processRequestBytes(request, *published);
+        EXPECT_EQ(prepared.response, direct.response) << request;
+        EXPECT_EQ(prepared.action, direct.action) << request;
+    }
+    const auto gone = RemotePublishedSession::make(nullptr);
+    EXPECT_EQ(processRequestBytes("GET /api/status HTTP/1.1", *gone).response,
+              expected200(R"({"error":"StreamManager not available"})"));
+    EXPECT_EQ(processRequestBytes("GET /api/scenes HTTP/1.1", *gone).response,
+              expected200(R"({"error":"No preset available"})"));
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -48,6 +49,9 @@ struct TemplateCase {
     std::string storedString;
     std::string card;
     std::vector<std::string> scenes;
+
+    // Keeps test names readable (and stable) in the test runner's listing.
+    friend void PrintTo(const TemplateCase& c, std::ostream* out) { *out << c.storedString; }
 };
 
 class PresetTemplateTable : public ::testing::TestWithParam<TemplateCase> {};

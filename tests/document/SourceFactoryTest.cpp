@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <set>
 #include <string>
 #include <vector>
@@ -190,32 +191,35 @@ TEST(SourceFactory, OnlyACameraChangesTheLayout) {
     EXPECT_EQ(scene.layout, SceneLayout::fullCamera);
 }
 
-class CameraJoiningOtherLayouts : public ::testing::TestWithParam<SceneLayout> {};
+// Parameterised by the stored string, which also names the test.
+class CameraJoiningOtherLayouts : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(CameraJoiningOtherLayouts, TheLayoutStays) {
+    const auto layout = enumFromString<SceneLayout>(GetParam());
+    ASSERT_TRUE(layout) << GetParam();
     for (bool screen : {false, true}) {
         StreamingScene scene = makeScene("Scene");
-        scene.layout = GetParam();
+        scene.layout = *layout;
         if (screen)
             addScreenSource(scene, display);
         else
             addWindowSource(scene, window);
         addCameraSource(scene, camera);
-        EXPECT_EQ(scene.layout, GetParam()) << (screen ? "screen" : "window");
+        EXPECT_EQ(scene.layout, *layout) << (screen ? "screen" : "window");
     }
 }
 
-std::vector<SceneLayout> layoutsOtherThanFullCamera() {
-    std::vector<SceneLayout> out;
+std::vector<std::string> layoutsOtherThanFullCamera() {
+    std::vector<std::string> out;
     for (SceneLayout layout : allCases<SceneLayout>())
-        if (layout != SceneLayout::fullCamera) out.push_back(layout);
+        if (layout != SceneLayout::fullCamera) out.emplace_back(toString(layout));
     return out;
 }
 
 INSTANTIATE_TEST_SUITE_P(AllButFullCamera, CameraJoiningOtherLayouts,
                          ::testing::ValuesIn(layoutsOtherThanFullCamera()), [](const auto& info) {
                              std::string name;
-                             for (char c : toString(info.param))
+                             for (char c : info.param)
                                  if (std::isalnum(static_cast<unsigned char>(c))) name += c;
                              return name;
                          });

@@ -146,6 +146,10 @@ BENCHMARK(BM_AnchorDumpOnly)->UseRealTime()->Unit(benchmark::kMicrosecond);
 // (or the single run without repetitions), in seconds.
 class SummaryReporter : public benchmark::ConsoleReporter {
 public:
+    // Colour only on a terminal: this reporter replaces the library's own,
+    // which would otherwise decide from --benchmark_color.
+    SummaryReporter() : ConsoleReporter(::isatty(STDOUT_FILENO) ? OO_Defaults : OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.error_occurred) continue;

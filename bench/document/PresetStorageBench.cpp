@@ -155,36 +155,47 @@ public:
             if (run.error_occurred) continue;
             const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
             const bool single = run.run_type == Run::RT_Iteration && run.repetitions <= 1;
-            if (median || single)
-                seconds_[run.run_name.function_name] =
-                    run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            if (median || single) {
+                const double unit = benchmark::GetTimeUnitMultiplier(run.time_unit);
+                seconds_[run.run_name.function_name] = {run.GetAdjustedRealTime() / unit,
+                                                        run.GetAdjustedCPUTime() / unit};
+            }
         }
         ConsoleReporter::ReportRuns(runs);
     }
 
-    std::optional<double> seconds(const std::string& name) const {
+    struct Times {
+        double real;
+        double cpu;
+    };
+
+    std::optional<Times> seconds(const std::string& name) const {
         const auto it = seconds_.find(name);
         if (it == seconds_.end()) return std::nullopt;
         return it->second;
     }
 
 private:
-    std::map<std::string, double> seconds_;
+    std::map<std::string, Times> seconds_;
 };
 
 void printSummary(const SummaryReporter& reporter) {
     const auto save = reporter.seconds("BM_SavePreset");
     const auto load = reporter.seconds("BM_LoadHundredPresets");
     const auto anchor = reporter.seconds("BM_AnchorDumpWriteFsyncRename");
+    // Targets are judged on wall time; CPU time is shown beside it because
+    // fsync waits for the disk without using the processor.
     if (save)
-        std::printf("save of a 10-scene preset: %.3f ms (target <= 1 ms: %s)\n", *save * 1e3,
-                    *save <= 1e-3 ? "met" : "MISSED");
+        std::printf("save of a 10-scene preset: %.3f ms (cpu %.3f ms) (target <= 1 ms: %s)\n", save->real * 1e3,
+                    save->cpu * 1e3, save->real <= 1e-3 ? "met" : "MISSED");
     if (load)
-        std::printf("loading 100 presets: %.2f ms (target <= 100 ms: %s)\n", *load * 1e3,
-                    *load <= 100e-3 ? "met" : "MISSED");
+        std::printf("loading 100 presets: %.2f ms (cpu %.2f ms) (target <= 100 ms: %s)\n", load->real * 1e3,
+                    load->cpu * 1e3, load->real <= 100e-3 ? "met" : "MISSED");
     if (save && anchor)
-        std::printf("save / anchor (pretty dump + write + fsync + rename): %.3f ms / %.3f ms = %.2f\n",
-                    *save * 1e3, *anchor * 1e3, *save / *anchor);
+        std::printf("save / anchor (pretty dump + write + fsync + rename): %.3f ms / %.3f ms = %.2f "
+                    "(cpu %.3f / %.3f ms = %.2f)\n",
+                    save->real * 1e3, anchor->real * 1e3, save->real / anchor->real, save->cpu * 1e3,
+                    anchor->cpu * 1e3, save->cpu / anchor->cpu);
 }
 
 }  // namespace

@@ -53,12 +53,15 @@ void SharedCapture::run(std::stop_token stop) {
     bool loggedGrabError = false;
 
     while (!stop.stop_requested()) {
+        // A frame is dated by when it was asked for, so that its age on the
+        // main thread includes the grab itself.
+        const auto askedAt = Clock::now();
         CaptureResult<GrabbedFrame> grabbed = source->grabFrame();
         if (stop.stop_requested()) break;
         if (grabbed) {
             loggedGrabError = false;
             const bool inside = grabbed.value().pointerInside;
-            publish(std::move(grabbed.value()));
+            publish(std::move(grabbed.value()), askedAt);
             if (inside != lastPointerInside) {
                 lastPointerInside = inside;
                 QMetaObject::invokeMethod(this, [this, inside] { deliverPointer(inside); }, Qt::QueuedConnection);
@@ -88,12 +91,12 @@ void SharedCapture::run(std::stop_token stop) {
     liveSource_ = nullptr;
 }
 
-void SharedCapture::publish(GrabbedFrame&& frame) {
+void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point takenAt) {
     {
         std::lock_guard lock(frameMutex_);
         latest_.image = std::move(frame.image);
         latest_.sequence += 1;
-        latest_.capturedAt = std::chrono::steady_clock::now();
+        latest_.capturedAt = takenAt;
     }
     if (!noticePending_.exchange(true))
         QMetaObject::invokeMethod(this, [this] { deliverFrameNotice(); }, Qt::QueuedConnection);

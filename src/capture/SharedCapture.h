@@ -47,7 +47,7 @@ signals:
 
 private:
     void run(std::stop_token stop);
-    void publish(GrabbedFrame&& frame);
+    void publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point takenAt);
     void deliverFrameNotice();
     void deliverPointer(bool inside);
 

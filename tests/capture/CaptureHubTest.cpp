@@ -100,8 +100,10 @@ TEST(CaptureHub, MainThreadSeesOnlyTheLatestFrame) {
     const int grabsWhileBusy = counters.grabs.load();
     ASSERT_GT(grabsWhileBusy, 20);
     QCoreApplication::processEvents();
-    // Dozens of frames were taken, yet one notice stood for all of them.
-    EXPECT_EQ(notices, 1);
+    // Dozens of frames were taken, yet one notice stood for all of them (a
+    // second may slip in while the events are being processed).
+    EXPECT_GE(notices, 1);
+    EXPECT_LE(notices, 2);
     const CapturedFrame frame = capture->latestFrame();
     EXPECT_GE(frame.sequence, static_cast<std::uint64_t>(grabsWhileBusy));
     EXPECT_FALSE(frame.image.isNull());

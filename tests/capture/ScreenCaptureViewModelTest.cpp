@@ -34,6 +34,7 @@ TEST_F(ScreenCaptureViewModelTest, GoesFromStartingToRunningToIdle) {
     ScreenCaptureViewModel model(backend, hub);
     EXPECT_FALSE(model.isCapturing());
     EXPECT_TRUE(model.errorMessage().isNull());
+    backend.openDelayMs = 300;  // long enough to see the starting state
 
     model.startCapture(screen(72), CaptureQuality::forOrdinal(0));
     EXPECT_TRUE(model.isCapturing());

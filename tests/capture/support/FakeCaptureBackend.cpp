@@ -1,5 +1,8 @@
 #include "support/FakeCaptureBackend.h"
 
+#include <chrono>
+#include <thread>
+
 namespace orvane::test {
 
 namespace {
@@ -36,6 +39,7 @@ CaptureResult<std::vector<ShareableWindow>> FakeCaptureBackend::windows() {
 }
 
 CaptureResult<std::unique_ptr<FrameSource>> FakeCaptureBackend::openStream(const CaptureTarget& target) {
+    if (openDelayMs > 0) std::this_thread::sleep_for(std::chrono::milliseconds(openDelayMs));
     if (!openError.isEmpty()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(openError);
     ++*opened_;
     return std::unique_ptr<FrameSource>(std::make_unique<SolidFrameSource>(target.outputSize, colour, open_));

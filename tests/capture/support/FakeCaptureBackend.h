@@ -17,6 +17,7 @@ public:
     QString listingError;  // when set, every listing fails with it
     QString openError;     // when set, opening a stream fails with it
     QColor colour = Qt::green;
+    int openDelayMs = 0;   // how long opening a stream takes, on the capture thread
 
     CaptureResult<std::vector<CaptureDisplay>> displays() override;
     CaptureResult<std::vector<ShareableWindow>> windows() override;

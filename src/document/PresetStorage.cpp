@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -40,10 +39,7 @@ public:
     int get() const { return fd_; }
     bool valid() const { return fd_ >= 0; }
     // Closes now so that the caller sees the error of close itself.
-    int close() {
-        const int result = ::close(std::exchange(fd_, -1));
-        return result;
-    }
+    int close() { return ::close(std::exchange(fd_, -1)); }
 
 private:
     int fd_;

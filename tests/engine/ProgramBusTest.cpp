@@ -181,11 +181,11 @@ TEST(ProgramBusNoPreset, WithoutPresetOrSceneTheFlagRisesForTheDefaultFade) {
     EXPECT_TRUE(session->isTransitioning());
     EXPECT_EQ(program.count(), 0);
     EXPECT_FALSE(session->programScene());
-    ASSERT_TRUE(flag.wait(3000));
-    ASSERT_TRUE(flag.count() == 2 || flag.wait(3000));
+    ASSERT_TRUE(flag.wait(5000));  // the fall; the rise was counted before
+    ASSERT_EQ(flag.count(), 2);
     EXPECT_FALSE(session->isTransitioning());
     EXPECT_GE(clock.elapsed(), 1090);
-    EXPECT_LT(clock.elapsed(), 2500);
+    EXPECT_LT(clock.elapsed(), 4000);  // generous for a loaded machine; far below a wrong unit
 }
 
 // ------------------------------------------------------------ raising windows

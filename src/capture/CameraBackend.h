@@ -7,7 +7,7 @@
 
 #include "capture/CameraDevice.h"
 #include "capture/CaptureResult.h"
-#include "capture/FrameSource.h"
+#include "capture/CaptureStream.h"
 
 namespace orvane {
 
@@ -20,7 +20,7 @@ public:
     // The cameras in the system's order, neither sorted nor filtered.
     virtual std::vector<CameraDevice> cameras() = 0;
     // Opens a camera; called on the capture thread that then owns it.
-    virtual CaptureResult<std::unique_ptr<FrameSource>> openCamera(const QString& id) = 0;
+    virtual CaptureResult<std::unique_ptr<CaptureStream>> openCamera(const QString& id) = 0;
 };
 
 }  // namespace orvane

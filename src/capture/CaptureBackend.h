@@ -10,7 +10,7 @@
 #include "capture/CaptureDisplay.h"
 #include "capture/CaptureResult.h"
 #include "capture/CaptureTarget.h"
-#include "capture/FrameSource.h"
+#include "capture/CaptureStream.h"
 #include "capture/ShareableWindow.h"
 
 namespace orvane {
@@ -33,7 +33,7 @@ public:
 
     // Opens a live stream. Called on the capture thread that then owns the
     // source; thread-safe.
-    virtual CaptureResult<std::unique_ptr<FrameSource>> openStream(const CaptureTarget& target) = 0;
+    virtual CaptureResult<std::unique_ptr<CaptureStream>> openStream(const CaptureTarget& target) = 0;
 
     // Asks the window manager to activate the window; no outcome.
     virtual void bringWindowToFront(std::uint32_t windowId) = 0;

@@ -7,9 +7,9 @@ namespace orvane {
 
 // One open stream of pictures. Created, used and destroyed on one capture
 // thread; only interrupt() may be called from elsewhere.
-class FrameSource {
+class CaptureStream {
 public:
-    virtual ~FrameSource() = default;
+    virtual ~CaptureStream() = default;
 
     // Takes the next picture. A source that paces itself (a camera) blocks
     // until its device delivers; the others return at once.

@@ -7,13 +7,13 @@
 #include <memory>
 
 #include "capture/FfmpegPointers.h"
-#include "capture/FrameSource.h"
+#include "capture/CaptureStream.h"
 
 namespace orvane {
 
 // A live video input opened through libavdevice, decoded with libavcodec
 // and converted with libswscale, on the thread that grabs from it.
-class FfmpegVideoReader : public FrameSource {
+class FfmpegVideoReader : public CaptureStream {
 public:
     // inputFormat: an FFmpeg input device ("video4linux2", "lavfi").
     static CaptureResult<std::unique_ptr<FfmpegVideoReader>> open(const char* inputFormat, const QString& url,

@@ -16,16 +16,16 @@ std::vector<CameraDevice> LavfiCameraBackend::cameras() {
     return devices;
 }
 
-CaptureResult<std::unique_ptr<FrameSource>> LavfiCameraBackend::openCamera(const QString& id) {
+CaptureResult<std::unique_ptr<CaptureStream>> LavfiCameraBackend::openCamera(const QString& id) {
     for (const Pattern& pattern : patterns_) {
         if (pattern.device.id != id) continue;
         // A filter graph runs as fast as it is read; "realtime" holds each
         // frame back to its timestamp, as a device would.
         auto reader = FfmpegVideoReader::open("lavfi", pattern.graph + QStringLiteral(",realtime"), {});
-        if (!reader) return CaptureResult<std::unique_ptr<FrameSource>>::failure(reader.error());
-        return std::unique_ptr<FrameSource>(reader.takeValue());
+        if (!reader) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(reader.error());
+        return std::unique_ptr<CaptureStream>(reader.takeValue());
     }
-    return CaptureResult<std::unique_ptr<FrameSource>>::failure(QStringLiteral("No camera device found"));
+    return CaptureResult<std::unique_ptr<CaptureStream>>::failure(QStringLiteral("No camera device found"));
 }
 
 }  // namespace orvane

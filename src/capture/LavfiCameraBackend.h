@@ -21,7 +21,7 @@ public:
     explicit LavfiCameraBackend(std::vector<Pattern> patterns);
 
     std::vector<CameraDevice> cameras() override;
-    CaptureResult<std::unique_ptr<FrameSource>> openCamera(const QString& id) override;
+    CaptureResult<std::unique_ptr<CaptureStream>> openCamera(const QString& id) override;
 
 private:
     std::vector<Pattern> patterns_;

@@ -27,7 +27,7 @@ CapturedFrame SharedCapture::latestFrame() const {
 }
 
 void SharedCapture::run(std::stop_token stop) {
-    CaptureResult<std::unique_ptr<FrameSource>> opened = opener_();
+    CaptureResult<std::unique_ptr<CaptureStream>> opened = opener_();
     if (!opened) {
         const QString message = opened.error();
         logLine("❌ Capture of " + key_.toStdString() + " failed to start: " + message.toStdString());
@@ -37,7 +37,7 @@ void SharedCapture::run(std::stop_token stop) {
         }, Qt::QueuedConnection);
         return;
     }
-    std::unique_ptr<FrameSource> source = opened.takeValue();
+    std::unique_ptr<CaptureStream> source = opened.takeValue();
     {
         std::lock_guard lock(sourceMutex_);
         liveSource_ = source.get();

@@ -12,7 +12,7 @@
 
 #include "capture/CaptureResult.h"
 #include "capture/CapturedFrame.h"
-#include "capture/FrameSource.h"
+#include "capture/CaptureStream.h"
 
 namespace orvane {
 
@@ -26,7 +26,7 @@ class SharedCapture : public QObject {
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY failed)
 
 public:
-    using Opener = std::function<CaptureResult<std::unique_ptr<FrameSource>>()>;
+    using Opener = std::function<CaptureResult<std::unique_ptr<CaptureStream>>()>;
 
     // Opens the source on the new thread, then grabs framesPerSecond times a
     // second, or as fast as the source delivers when it paces itself.
@@ -62,7 +62,7 @@ private:
     std::mutex wakeMutex_;                  // protects nothing but the wait below
     std::condition_variable_any wake_;
     std::mutex sourceMutex_;
-    FrameSource* liveSource_ = nullptr;  // protected by sourceMutex_; for interrupt() on stop
+    CaptureStream* liveSource_ = nullptr;  // protected by sourceMutex_; for interrupt() on stop
 
     // Main thread only.
     bool pointerInside_ = false;

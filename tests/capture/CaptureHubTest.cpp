@@ -22,7 +22,7 @@ struct Counters {
     std::atomic<int> grabs{0};
 };
 
-class CountingSource : public FrameSource {
+class CountingSource : public CaptureStream {
 public:
     explicit CountingSource(Counters& counters) : counters_(counters) { ++counters_.alive; }
     ~CountingSource() override { --counters_.alive; }
@@ -38,7 +38,7 @@ private:
 };
 
 // Blocks like a camera waiting for its device until interrupted.
-class BlockingSource : public FrameSource {
+class BlockingSource : public CaptureStream {
 public:
     bool pacesItself() const override { return true; }
     CaptureResult<GrabbedFrame> grabFrame() override {
@@ -59,9 +59,9 @@ private:
 };
 
 SharedCapture::Opener countingOpener(Counters& counters) {
-    return [&counters]() -> CaptureResult<std::unique_ptr<FrameSource>> {
+    return [&counters]() -> CaptureResult<std::unique_ptr<CaptureStream>> {
         ++counters.opened;
-        return std::unique_ptr<FrameSource>(std::make_unique<CountingSource>(counters));
+        return std::unique_ptr<CaptureStream>(std::make_unique<CountingSource>(counters));
     };
 }
 
@@ -111,8 +111,8 @@ TEST(CaptureHub, MainThreadSeesOnlyTheLatestFrame) {
 
 TEST(CaptureHub, FailureToOpenIsReported) {
     CaptureHub hub;
-    auto capture = hub.acquire("broken", 30, []() -> CaptureResult<std::unique_ptr<FrameSource>> {
-        return CaptureResult<std::unique_ptr<FrameSource>>::failure("device gone");
+    auto capture = hub.acquire("broken", 30, []() -> CaptureResult<std::unique_ptr<CaptureStream>> {
+        return CaptureResult<std::unique_ptr<CaptureStream>>::failure("device gone");
     });
     QSignalSpy failed(capture.get(), &SharedCapture::failed);
     ASSERT_TRUE(failed.wait(2000));
@@ -123,9 +123,9 @@ TEST(CaptureHub, FailureToOpenIsReported) {
 TEST(CaptureHub, StoppingInterruptsABlockedSource) {
     CaptureHub hub;
     std::atomic<bool> opened{false};
-    auto capture = hub.acquire("camera:slow", 0, [&]() -> CaptureResult<std::unique_ptr<FrameSource>> {
+    auto capture = hub.acquire("camera:slow", 0, [&]() -> CaptureResult<std::unique_ptr<CaptureStream>> {
         opened = true;
-        return std::unique_ptr<FrameSource>(std::make_unique<BlockingSource>());
+        return std::unique_ptr<CaptureStream>(std::make_unique<BlockingSource>());
     });
     ASSERT_TRUE(test::waitUntil([&] { return opened.load(); }));
     QElapsedTimer timer;

@@ -71,12 +71,12 @@ std::vector<CameraDevice> V4l2CameraBackend::cameras() {
     return devices;
 }
 
-CaptureResult<std::unique_ptr<FrameSource>> V4l2CameraBackend::openCamera(const QString& id) {
-    if (!captureCardName(id)) return CaptureResult<std::unique_ptr<FrameSource>>::failure("No camera device found");
+CaptureResult<std::unique_ptr<CaptureStream>> V4l2CameraBackend::openCamera(const QString& id) {
+    if (!captureCardName(id)) return CaptureResult<std::unique_ptr<CaptureStream>>::failure("No camera device found");
     auto reader = FfmpegVideoReader::open("video4linux2", id, {{"framerate", "30"}});
-    if (!reader) return CaptureResult<std::unique_ptr<FrameSource>>::failure(reader.error());
+    if (!reader) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(reader.error());
     enableAutomaticModes(id);
-    return std::unique_ptr<FrameSource>(reader.takeValue());
+    return std::unique_ptr<CaptureStream>(reader.takeValue());
 }
 
 }  // namespace orvane

@@ -13,7 +13,7 @@ public:
     explicit V4l2CameraBackend(QString deviceDirectory = QStringLiteral("/dev"));
 
     std::vector<CameraDevice> cameras() override;
-    CaptureResult<std::unique_ptr<FrameSource>> openCamera(const QString& id) override;
+    CaptureResult<std::unique_ptr<CaptureStream>> openCamera(const QString& id) override;
 
 private:
     QString deviceDirectory_;

@@ -5,7 +5,7 @@
 #include "capture/CaptureError.h"
 #include "capture/x11/X11DisplayList.h"
 #include "capture/x11/X11Ewmh.h"
-#include "capture/x11/X11FrameSource.h"
+#include "capture/x11/X11CaptureStream.h"
 #include "capture/x11/X11WindowList.h"
 #include "capture/x11/XcbConnection.h"
 #include "document/Log.h"
@@ -68,7 +68,7 @@ std::optional<QImage> X11CaptureBackend::windowThumbnail(std::uint32_t windowId)
 
 std::optional<QImage> X11CaptureBackend::stillPicture(const CaptureTarget& target, const QRect& displayArea) {
     // A thumbnail is a stream of one frame that does not count as a stream.
-    auto opened = X11FrameSource::open(displayName_, target, displayArea, stillGrabs_);
+    auto opened = X11CaptureStream::open(displayName_, target, displayArea, stillGrabs_);
     if (!opened) return std::nullopt;
     auto frame = opened.value()->grabFrame();
     if (!frame) return std::nullopt;
@@ -76,18 +76,18 @@ std::optional<QImage> X11CaptureBackend::stillPicture(const CaptureTarget& targe
     return frame.value().image.copy();
 }
 
-CaptureResult<std::unique_ptr<FrameSource>> X11CaptureBackend::openStream(const CaptureTarget& target) {
+CaptureResult<std::unique_ptr<CaptureStream>> X11CaptureBackend::openStream(const CaptureTarget& target) {
     QRect displayArea;
     if (target.kind == CaptureTarget::Kind::display) {
         auto listed = displays();
-        if (!listed) return CaptureResult<std::unique_ptr<FrameSource>>::failure(listed.error());
+        if (!listed) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(listed.error());
         const auto& all = listed.value();
         auto it = std::find_if(all.begin(), all.end(), [&](const CaptureDisplay& d) { return d.id == target.id; });
         if (it == all.end())
-            return CaptureResult<std::unique_ptr<FrameSource>>::failure(errorDescription(CaptureError::noDisplayFound));
+            return CaptureResult<std::unique_ptr<CaptureStream>>::failure(errorDescription(CaptureError::noDisplayFound));
         displayArea = it->frame;
     }
-    return X11FrameSource::open(displayName_, target, displayArea, openStreams_);
+    return X11CaptureStream::open(displayName_, target, displayArea, openStreams_);
 }
 
 void X11CaptureBackend::bringWindowToFront(std::uint32_t windowId) {

@@ -25,7 +25,7 @@ public:
     CaptureResult<std::vector<ShareableWindow>> windows() override;
     std::optional<QImage> displayThumbnail(std::uint32_t displayId) override;
     std::optional<QImage> windowThumbnail(std::uint32_t windowId) override;
-    CaptureResult<std::unique_ptr<FrameSource>> openStream(const CaptureTarget& target) override;
+    CaptureResult<std::unique_ptr<CaptureStream>> openStream(const CaptureTarget& target) override;
     void bringWindowToFront(std::uint32_t windowId) override;
     int openStreamCount() const override { return openStreams_->load(); }
 

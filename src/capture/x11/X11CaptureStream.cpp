@@ -1,4 +1,4 @@
-#include "capture/x11/X11FrameSource.h"
+#include "capture/x11/X11CaptureStream.h"
 
 #include <xcb/composite.h>
 #include <xcb/shm.h>
@@ -18,25 +18,25 @@ namespace {
 constexpr int kMaxShmSegments = 6;
 }
 
-CaptureResult<std::unique_ptr<FrameSource>> X11FrameSource::open(const QByteArray& displayName,
+CaptureResult<std::unique_ptr<CaptureStream>> X11CaptureStream::open(const QByteArray& displayName,
                                                                  const CaptureTarget& target,
                                                                  const QRect& displayArea,
                                                                  std::shared_ptr<std::atomic<int>> openStreams) {
     auto connection = std::make_unique<XcbConnection>(displayName);
-    if (!connection->ok()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(connection->failure());
-    std::unique_ptr<X11FrameSource> source(new X11FrameSource(std::move(connection), target, std::move(openStreams)));
+    if (!connection->ok()) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(connection->failure());
+    std::unique_ptr<X11CaptureStream> source(new X11CaptureStream(std::move(connection), target, std::move(openStreams)));
     const QString failure = source->start(displayArea);
-    if (!failure.isEmpty()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(failure);
-    return std::unique_ptr<FrameSource>(std::move(source));
+    if (!failure.isEmpty()) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(failure);
+    return std::unique_ptr<CaptureStream>(std::move(source));
 }
 
-X11FrameSource::X11FrameSource(std::unique_ptr<XcbConnection> connection, const CaptureTarget& target,
+X11CaptureStream::X11CaptureStream(std::unique_ptr<XcbConnection> connection, const CaptureTarget& target,
                                std::shared_ptr<std::atomic<int>> openStreams)
     : connection_(std::move(connection)), target_(target), openStreams_(std::move(openStreams)) {
     ++*openStreams_;
 }
 
-X11FrameSource::~X11FrameSource() {
+X11CaptureStream::~X11CaptureStream() {
     xcb_connection_t* c = connection_->get();
     detachPool();
     if (windowPixmap_ != XCB_NONE) xcb_free_pixmap(c, windowPixmap_);
@@ -45,7 +45,7 @@ X11FrameSource::~X11FrameSource() {
     --*openStreams_;
 }
 
-QString X11FrameSource::start(const QRect& displayArea) {
+QString X11CaptureStream::start(const QRect& displayArea) {
     xcb_connection_t* c = connection_->get();
     cursor_ = std::make_unique<X11CursorPainter>(c, connection_->root());
     auto shm = xcbWait<xcb_shm_query_version_reply_t>(c, xcb_shm_query_version_reply, xcb_shm_query_version(c));
@@ -74,7 +74,7 @@ QString X11FrameSource::start(const QRect& displayArea) {
     return nameWindowPixmap();
 }
 
-QString X11FrameSource::nameWindowPixmap() {
+QString X11CaptureStream::nameWindowPixmap() {
     xcb_connection_t* c = connection_->get();
     auto geometry = xcbWait<xcb_get_geometry_reply_t>(c, xcb_get_geometry_reply, xcb_get_geometry(c, target_.id));
     if (!geometry) return errorDescription(CaptureError::windowNotFound);
@@ -92,7 +92,7 @@ QString X11FrameSource::nameWindowPixmap() {
     return {};
 }
 
-void X11FrameSource::resetPool(const QSize& size) {
+void X11CaptureStream::resetPool(const QSize& size) {
     detachPool();
     poolSize_ = size;
     if (hasShm_)
@@ -100,7 +100,7 @@ void X11FrameSource::resetPool(const QSize& size) {
                                    kMaxShmSegments);
 }
 
-void X11FrameSource::detachPool() {
+void X11CaptureStream::detachPool() {
     if (!pool_) return;
     // Images still on screen keep the memory; only the server lets go.
     for (int i = 0; i < pool_->segmentCount(); ++i) {
@@ -111,7 +111,7 @@ void X11FrameSource::detachPool() {
     pool_.reset();
 }
 
-CaptureResult<GrabbedFrame> X11FrameSource::grabFrame() {
+CaptureResult<GrabbedFrame> X11CaptureStream::grabFrame() {
     xcb_drawable_t drawable = connection_->root();
     if (target_.kind == CaptureTarget::Kind::window) {
         // Renamed every frame: a window that is resized or mapped again
@@ -134,7 +134,7 @@ CaptureResult<GrabbedFrame> X11FrameSource::grabFrame() {
     return frame;
 }
 
-CaptureResult<QImage> X11FrameSource::grab(xcb_drawable_t drawable, const QRect& area, QImage::Format format) {
+CaptureResult<QImage> X11CaptureStream::grab(xcb_drawable_t drawable, const QRect& area, QImage::Format format) {
     if (!pool_) return grabWithoutShm(drawable, area, format);
     const int index = pool_->acquire();
     if (index < 0) return grabWithoutShm(drawable, area, format);
@@ -165,7 +165,7 @@ CaptureResult<QImage> X11FrameSource::grab(xcb_drawable_t drawable, const QRect&
     return pool_->wrap(index, area.width(), area.height(), area.width() * 4, format);
 }
 
-CaptureResult<QImage> X11FrameSource::grabWithoutShm(xcb_drawable_t drawable, const QRect& area,
+CaptureResult<QImage> X11CaptureStream::grabWithoutShm(xcb_drawable_t drawable, const QRect& area,
                                                      QImage::Format format) {
     xcb_connection_t* c = connection_->get();
     auto reply = xcbWait<xcb_get_image_reply_t>(

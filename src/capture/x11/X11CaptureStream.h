@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "capture/CaptureTarget.h"
-#include "capture/FrameSource.h"
+#include "capture/CaptureStream.h"
 #include "capture/x11/X11CursorPainter.h"
 #include "capture/x11/X11ShmPool.h"
 #include "capture/x11/XcbConnection.h"
@@ -20,18 +20,18 @@ namespace orvane {
 // from the root window with MIT-SHM; windows are redirected with Composite
 // when the stream opens, so a covered window keeps drawing into its own
 // pixmap, which is what gets grabbed.
-class X11FrameSource : public FrameSource {
+class X11CaptureStream : public CaptureStream {
 public:
     // displayArea: where the display lies on the screen (unused for windows).
-    static CaptureResult<std::unique_ptr<FrameSource>> open(const QByteArray& displayName,
+    static CaptureResult<std::unique_ptr<CaptureStream>> open(const QByteArray& displayName,
                                                             const CaptureTarget& target, const QRect& displayArea,
                                                             std::shared_ptr<std::atomic<int>> openStreams);
-    ~X11FrameSource() override;
+    ~X11CaptureStream() override;
 
     CaptureResult<GrabbedFrame> grabFrame() override;
 
 private:
-    X11FrameSource(std::unique_ptr<XcbConnection> connection, const CaptureTarget& target,
+    X11CaptureStream(std::unique_ptr<XcbConnection> connection, const CaptureTarget& target,
                    std::shared_ptr<std::atomic<int>> openStreams);
 
     QString start(const QRect& displayArea);

@@ -7,13 +7,13 @@ namespace orvane::test {
 
 namespace {
 
-class SolidFrameSource : public FrameSource {
+class SolidCaptureStream : public CaptureStream {
 public:
-    SolidFrameSource(QSize size, QColor colour, std::shared_ptr<std::atomic<int>> open)
+    SolidCaptureStream(QSize size, QColor colour, std::shared_ptr<std::atomic<int>> open)
         : size_(size), colour_(colour), open_(std::move(open)) {
         ++*open_;
     }
-    ~SolidFrameSource() override { --*open_; }
+    ~SolidCaptureStream() override { --*open_; }
     CaptureResult<GrabbedFrame> grabFrame() override {
         QImage image(size_, QImage::Format_RGB32);
         image.fill(colour_);
@@ -38,11 +38,11 @@ CaptureResult<std::vector<ShareableWindow>> FakeCaptureBackend::windows() {
     return windowList;
 }
 
-CaptureResult<std::unique_ptr<FrameSource>> FakeCaptureBackend::openStream(const CaptureTarget& target) {
+CaptureResult<std::unique_ptr<CaptureStream>> FakeCaptureBackend::openStream(const CaptureTarget& target) {
     if (openDelayMs > 0) std::this_thread::sleep_for(std::chrono::milliseconds(openDelayMs));
-    if (!openError.isEmpty()) return CaptureResult<std::unique_ptr<FrameSource>>::failure(openError);
+    if (!openError.isEmpty()) return CaptureResult<std::unique_ptr<CaptureStream>>::failure(openError);
     ++*opened_;
-    return std::unique_ptr<FrameSource>(std::make_unique<SolidFrameSource>(target.outputSize, colour, open_));
+    return std::unique_ptr<CaptureStream>(std::make_unique<SolidCaptureStream>(target.outputSize, colour, open_));
 }
 
 }  // namespace orvane::test

@@ -23,7 +23,7 @@ public:
     CaptureResult<std::vector<ShareableWindow>> windows() override;
     std::optional<QImage> displayThumbnail(std::uint32_t) override { return std::nullopt; }
     std::optional<QImage> windowThumbnail(std::uint32_t) override { return std::nullopt; }
-    CaptureResult<std::unique_ptr<FrameSource>> openStream(const CaptureTarget& target) override;
+    CaptureResult<std::unique_ptr<CaptureStream>> openStream(const CaptureTarget& target) override;
     void bringWindowToFront(std::uint32_t windowId) override { lastRaised = windowId; }
     int openStreamCount() const override { return *open_; }
 

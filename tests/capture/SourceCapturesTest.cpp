@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "capture/CaptureHub.h"
+#include "capture/LavfiCameraBackend.h"
+#include "capture/SourceCaptures.h"
+#include "support/FakeCaptureBackend.h"
+#include "support/QStringPrinter.h"
+#include "support/QtTestEnvironment.h"
+
+namespace orvane {
+namespace {
+
+class SourceCapturesTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        screens.displayList = {{71, 960, 1080, "Main Display", QRect(0, 0, 960, 1080)}};
+    }
+
+    static Source make(SourceType type) {
+        Source s;
+        s.type = type;
+        return s;
+    }
+
+    SourcePicture pictureWhenReady(SourceCaptures& captures, const Source& source) {
+        SourcePicture picture;
+        test::waitUntil([&] {
+            picture = captures.latestPicture(source);
+            return picture.state != SourcePicture::State::starting && picture.state != SourcePicture::State::idle;
+        });
+        return picture;
+    }
+
+    test::FakeCaptureBackend screens;
+    LavfiCameraBackend cameras;
+    CaptureHub hub;
+};
+
+TEST_F(SourceCapturesTest, EachKindOfSourceGivesItsPicture) {
+    SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(0));
+    screens.openDelayMs = 200;
+    const Source screen = make(SourceType::screen);
+    EXPECT_EQ(captures.latestPicture(screen).state, SourcePicture::State::starting);
+    const SourcePicture shown = pictureWhenReady(captures, screen);
+    EXPECT_EQ(shown.state, SourcePicture::State::frame);
+    EXPECT_EQ(shown.image.size(), QSize(960, 540));
+
+    Source stale = make(SourceType::screen);
+    stale.configuration.screenId = 4242;
+    const SourcePicture failed = captures.latestPicture(stale);
+    EXPECT_EQ(failed.state, SourcePicture::State::failed);
+    EXPECT_EQ(failed.message, "Capture error: No display found");
+
+    const Source camera = make(SourceType::camera);
+    const SourcePicture live = pictureWhenReady(captures, camera);
+    EXPECT_EQ(live.state, SourcePicture::State::frame);
+    EXPECT_EQ(live.image.size(), QSize(640, 480));
+
+    Source missingCamera = make(SourceType::camera);
+    missingCamera.configuration.cameraDeviceId = "/dev/video9";
+    EXPECT_EQ(captures.latestPicture(missingCamera).state, SourcePicture::State::idle);  // a black box
+    EXPECT_EQ(captures.latestPicture(make(SourceType::content)).state, SourcePicture::State::idle);
+}
+
+TEST_F(SourceCapturesTest, SourcesOfOneDisplayShareACaptureUntilDropped) {
+    SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(1));
+    Source first = make(SourceType::screen), second = make(SourceType::screen);
+    first.configuration.screenId = second.configuration.screenId = 71;
+    EXPECT_EQ(pictureWhenReady(captures, first).state, SourcePicture::State::frame);
+    EXPECT_EQ(pictureWhenReady(captures, second).state, SourcePicture::State::frame);
+    EXPECT_EQ(screens.openStreamCount(), 1);
+    EXPECT_EQ(captures.activeCount(), 2);
+
+    captures.retainOnly({second.id});
+    EXPECT_EQ(captures.activeCount(), 1);
+    EXPECT_EQ(screens.openStreamCount(), 1);
+    captures.retainOnly({});
+    EXPECT_EQ(screens.openStreamCount(), 0);
+}
+
+TEST_F(SourceCapturesTest, QualityChangeRestartsAtTheNewSize) {
+    SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(0));
+    const Source screen = make(SourceType::screen);
+    EXPECT_EQ(pictureWhenReady(captures, screen).image.size(), QSize(960, 540));
+    captures.setQuality(CaptureQuality::forOrdinal(2));
+    EXPECT_TRUE(test::waitUntil([&] { return captures.latestPicture(screen).image.size() == QSize(1920, 1080); }));
+    EXPECT_EQ(screens.openStreamCount(), 1);
+    EXPECT_EQ(screens.opened(), 2);
+}
+
+TEST_F(SourceCapturesTest, AChangedTargetRestartsTheSourcesCapture) {
+    screens.displayList.push_back({72, 960, 1080, "Display 72", QRect(960, 0, 960, 1080)});
+    SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(0));
+    Source screen = make(SourceType::screen);
+    screen.configuration.screenId = 71;
+    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourcePicture::State::frame);
+    screen.configuration.screenId = 72;
+    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourcePicture::State::frame);
+    EXPECT_EQ(screens.opened(), 2);
+    EXPECT_EQ(screens.openStreamCount(), 1);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -121,7 +121,6 @@ std::shared_ptr<const RemoteSessionSnapshot> WebServerManager::session() const {
 
 void WebServerManager::applyAction(const RemoteAction& action) {
     applyRemoteAction(action, actions_, recorder_);
-    emit remoteActionApplied(action);
 }
 
 void WebServerManager::setServerRunning(bool running) {

@@ -65,8 +65,6 @@ signals:
     void serverPortChanged(quint16 port);
     void localIPChanged(const QString& localIP);
     void listeningPortChanged(quint16 port);
-    // After an action from a request has been carried out.
-    void remoteActionApplied(const orvane::RemoteAction& action);
 
 private:
     void beginListening(int generation);

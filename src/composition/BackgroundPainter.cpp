@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "composition/ColorConvert.h"
+#include "document/HashCombine.h"
 
 namespace orvane {
 
@@ -23,7 +24,7 @@ void spreadStops(QGradient& gradient, const std::vector<CodableColor>& colors) {
 
 }  // namespace
 
-void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene) {
+void BackgroundPainter::paintDirect(QPainter& painter, QSizeF canvas, const StreamingScene& scene) {
     const QRectF rect(QPointF(0, 0), canvas);
     if (scene.backgroundType != BackgroundType::gradient || scene.gradientColors.empty()) {
         painter.fillRect(rect, ColorConvert::from(scene.backgroundColor));
@@ -53,6 +54,30 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
     g.setCoordinateMode(QGradient::ObjectMode);
     spreadStops(g, scene.gradientColors);
     painter.fillRect(rect, g);
+}
+
+void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene) {
+    if (scene.backgroundType != BackgroundType::gradient || scene.gradientColors.empty()) {
+        paintDirect(painter, canvas, scene);
+        return;
+    }
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    std::size_t key = hashFields(scene.gradientDirection, canvas.width(), canvas.height(), dpr);
+    bool opaque = true;
+    for (const CodableColor& c : scene.gradientColors) {
+        key = hashFields(key, c);
+        opaque = opaque && c.alpha >= 1;
+    }
+    if (key != key_ || cached_.isNull()) {
+        key_ = key;
+        const QSize pixels = (canvas * dpr).toSize().expandedTo(QSize(1, 1));
+        cached_ = QImage(pixels, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+        cached_.setDevicePixelRatio(dpr);
+        cached_.fill(Qt::transparent);
+        QPainter p(&cached_);
+        paintDirect(p, canvas, scene);
+    }
+    painter.drawImage(QRectF(QPointF(0, 0), canvas), cached_);
 }
 
 }  // namespace orvane

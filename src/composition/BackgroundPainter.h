@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QSizeF>
 
 #include "document/StreamingScene.h"
@@ -9,10 +10,19 @@ class QPainter;
 namespace orvane {
 
 // The scene's background: its gradient, or the solid colour when the scene
-// is solid or has no gradient colours.
+// is solid or has no gradient colours. A gradient is computed per pixel, so
+// it is drawn once into an image and reused while its colours, direction and
+// the canvas size stay.
 class BackgroundPainter {
 public:
-    static void paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene);
+    void paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene);
+
+    // Paints the background directly, with no cache.
+    static void paintDirect(QPainter& painter, QSizeF canvas, const StreamingScene& scene);
+
+private:
+    std::size_t key_ = 0;
+    QImage cached_;
 };
 
 }  // namespace orvane

@@ -65,12 +65,14 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
         glow_.draw(painter);
     }
     if (config.cameraBorderWidth > 0) {
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(color, config.cameraBorderWidth));
-        painter.drawPath(path);
-        painter.restore();
+        const QString key = QString::asprintf("%g,%g,%g,%g,%d,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
+                                              int(shape), config.cameraBorderRadius, config.cameraBorderWidth,
+                                              color.rgba());
+        if (key != borderKey_) {
+            borderKey_ = key;
+            border_ = SoftShadow::make(path, config.cameraBorderWidth, 0, color);
+        }
+        border_.draw(painter);
     }
 }
 

@@ -34,6 +34,8 @@ private:
 
     QString glowKey_;
     SoftShadow glow_;
+    QString borderKey_;
+    SoftShadow border_;
     QImage layer_;  // reused for the masked layouts
 };
 

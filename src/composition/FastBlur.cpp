@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -12,7 +13,7 @@ namespace orvane {
 namespace {
 
 // Target standard deviation, in pixels of the reduced picture.
-constexpr double kReducedSigma = 3.0;
+constexpr double kReducedSigma = 2.0;
 constexpr int kMaxSamples = 4;  // per axis, per reduced pixel
 
 // Widths of three box passes whose combination approximates a Gaussian of
@@ -32,25 +33,35 @@ std::array<int, 3> boxWidths(double sigma) {
 }
 
 // One box pass over `count` pixels spaced `stride` pixels apart, with
-// transparent pixels beyond both ends. `line` is read and written.
-void boxLine(std::uint8_t* line, int count, int stride, int radius, std::uint8_t* scratch) {
-    const int step = stride * 4;
-    for (int i = 0; i < count; ++i)
-        for (int c = 0; c < 4; ++c) scratch[i * 4 + c] = line[i * step + c];
+// transparent pixels beyond both ends. `line` is read and written; `scratch`
+// holds a copy of the input.
+void boxLine(std::uint32_t* line, int count, int stride, int radius, std::uint32_t* scratch) {
+    for (int i = 0; i < count; ++i) scratch[i] = line[static_cast<std::ptrdiff_t>(i) * stride];
     const std::uint32_t window = 2 * radius + 1;
     const std::uint64_t mul = (std::uint64_t(1) << 32) / window;
-    std::uint32_t sum[4] = {0, 0, 0, 0};
-    for (int i = 0; i <= std::min(radius, count - 1); ++i)
-        for (int c = 0; c < 4; ++c) sum[c] += scratch[i * 4 + c];
-    for (int x = 0; x < count; ++x) {
-        for (int c = 0; c < 4; ++c)
-            line[x * step + c] = static_cast<std::uint8_t>((sum[c] * mul + (std::uint64_t(1) << 31)) >> 32);
-        const int add = x + radius + 1;
-        if (add < count)
-            for (int c = 0; c < 4; ++c) sum[c] += scratch[add * 4 + c];
-        const int sub = x - radius;
-        if (sub >= 0)
-            for (int c = 0; c < 4; ++c) sum[c] -= scratch[sub * 4 + c];
+    constexpr std::uint64_t half = std::uint64_t(1) << 31;
+    std::uint32_t sa = 0, sr = 0, sg = 0, sb = 0;
+    const auto add = [&](std::uint32_t p) {
+        sa += p >> 24;
+        sr += (p >> 16) & 0xff;
+        sg += (p >> 8) & 0xff;
+        sb += p & 0xff;
+    };
+    const auto sub = [&](std::uint32_t p) {
+        sa -= p >> 24;
+        sr -= (p >> 16) & 0xff;
+        sg -= (p >> 8) & 0xff;
+        sb -= p & 0xff;
+    };
+    for (int i = 0; i <= std::min(radius, count - 1); ++i) add(scratch[i]);
+    std::uint32_t* out = line;
+    for (int x = 0; x < count; ++x, out += stride) {
+        *out = static_cast<std::uint32_t>(((sa * mul + half) >> 32) << 24 | ((sr * mul + half) >> 32) << 16 |
+                                          ((sg * mul + half) >> 32) << 8 | ((sb * mul + half) >> 32));
+        const int in = x + radius + 1;
+        if (in < count) add(scratch[in]);
+        const int gone = x - radius;
+        if (gone >= 0) sub(scratch[gone]);
     }
 }
 
@@ -103,17 +114,17 @@ void FastBlur::blurInPlace(QImage& image, double sigma) {
     const int w = image.width();
     const int h = image.height();
     const int stride = static_cast<int>(image.bytesPerLine() / 4);
-    std::vector<std::uint8_t> scratch(static_cast<std::size_t>(std::max(w, h)) * 4);
-    std::uint8_t* bits = image.bits();
+    std::vector<std::uint32_t> scratch(static_cast<std::size_t>(std::max(w, h)));
+    auto* bits = reinterpret_cast<std::uint32_t*>(image.bits());
     for (int width : boxWidths(sigma)) {
         const int radius = (width - 1) / 2;
         if (radius <= 0) continue;
-        for (int y = 0; y < h; ++y) boxLine(bits + static_cast<std::size_t>(y) * stride * 4, w, 1, radius, scratch.data());
-        for (int x = 0; x < w; ++x) boxLine(bits + static_cast<std::size_t>(x) * 4, h, stride, radius, scratch.data());
+        for (int y = 0; y < h; ++y) boxLine(bits + static_cast<std::size_t>(y) * stride, w, 1, radius, scratch.data());
+        for (int x = 0; x < w; ++x) boxLine(bits + x, h, stride, radius, scratch.data());
     }
 }
 
-QImage FastBlur::blur(const QImage& source, QSizeF drawnSize, double sigma) {
+FastBlur::Blurred FastBlur::blur(const QImage& source, QSizeF drawnSize, double sigma) {
     if (source.isNull() || drawnSize.width() < 1 || drawnSize.height() < 1 || sigma < 0.5) return {};
     const QImage* src = &source;
     QImage converted;
@@ -142,7 +153,11 @@ QImage FastBlur::blur(const QImage& source, QSizeF drawnSize, double sigma) {
     for (int y = 0; y < reduced.height(); ++y)
         std::memcpy(padded.scanLine(y + pad) + pad * 4, small.constScanLine(y), static_cast<std::size_t>(reduced.width()) * 4);
     blurInPlace(padded, reducedSigma);
-    return padded.copy(pad, pad, reduced.width(), reduced.height());
+    // Kept with its margin: drawn back, the soft edge then has real pixels on
+    // both sides to interpolate between.
+    const double sx = drawnSize.width() / reduced.width();
+    const double sy = drawnSize.height() / reduced.height();
+    return {std::move(padded), QMarginsF(pad * sx, pad * sy, pad * sx, pad * sy)};
 }
 
 }  // namespace orvane

@@ -1,7 +1,9 @@
 #include "composition/SceneRenderer.h"
 
 #include <QPainter>
+#include <QRegion>
 #include <algorithm>
+#include <cmath>
 
 #include "composition/BackgroundPainter.h"
 #include "composition/CompositionIdentity.h"
@@ -85,7 +87,30 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
             camera_.paint(painter, canvas, layout, *frames.cameraFrame, *camera, frameOf(*camera), zoom);
     };
 
-    BackgroundPainter::paint(painter, canvas, scene);
+    // Whatever an opaque frame will cover need not be painted under it: the
+    // background is clipped around the largest such frame.
+    QRectF covered;
+    if (frames.contentFrame && hasScreens) {
+        const double blurRadius = blur_.radiusAt(now);
+        for (const Source& s : scene.sources) {
+            if (s.type != SourceType::screen && s.type != SourceType::window) continue;
+            const QRectF r = ScreenLayerPainter::opaqueRect(*frames.contentFrame, s, frameOf(s), blurRadius);
+            if (r.width() * r.height() > covered.width() * covered.height()) covered = r;
+        }
+        // Under the zoom, about the canvas centre.
+        covered = QRectF(centre + (covered.topLeft() - centre) * zoom, covered.size() * zoom);
+    }
+    const QRect hole(QPoint(int(std::ceil(covered.left())), int(std::ceil(covered.top()))),
+                     QPoint(int(std::floor(covered.right())) - 1, int(std::floor(covered.bottom())) - 1));
+    if (hole.isValid() && hole.width() > 64 && hole.height() > 64) {
+        painter.save();
+        painter.setClipRegion(QRegion(QRectF(QPointF(0, 0), canvas).toAlignedRect()).subtracted(QRegion(hole)),
+                              Qt::IntersectClip);
+        background_.paint(painter, canvas, scene);
+        painter.restore();
+    } else {
+        background_.paint(painter, canvas, scene);
+    }
     if (!pip) paintCamera();
 
     if (frames.contentFrame && hasScreens) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "composition/BackgroundPainter.h"
 #include "composition/BlurFade.h"
 #include "composition/BrandingPainter.h"
 #include "composition/CameraLayerPainter.h"
@@ -67,6 +68,7 @@ private:
     BlurFade blur_;
     std::unordered_map<Uuid, int> slideIndex_;
 
+    BackgroundPainter background_;
     CameraLayerPainter camera_;
     std::unordered_map<Uuid, ScreenLayerPainter> screens_;
     BrandingPainter branding_;

@@ -12,6 +12,18 @@
 
 namespace orvane {
 
+QRectF ScreenLayerPainter::opaqueRect(QRectF box, const Source& source, const SourceFrame& frame, double blurRadius) {
+    if (frame.state != SourceFrame::State::frame || frame.image.isNull()) return {};
+    const SourceConfiguration& c = source.configuration;
+    const QRectF r = SourceFrameGeometry::screenFrameRect(box.size(), frame.image.size(), c.scale,
+                                                          c.horizontalOffset, c.verticalOffset)
+                         .translated(box.topLeft());
+    const double radius = std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2);
+    const double inset = radius + 3 * std::max(0.0, blurRadius) + 1;
+    const QRectF inner = r.adjusted(inset, inset, -inset, -inset);
+    return inner.isValid() ? inner : QRectF();
+}
+
 void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame,
                                double blurRadius) {
     if (frame.state != SourceFrame::State::frame || frame.image.isNull()) {
@@ -42,7 +54,10 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
             shadowKey_ = key;
             shadow_ = SoftShadow::make(outline, 0, sigma, color);
         }
-        shadow_.draw(painter, QPointF(c.shadowX, c.shadowY));
+        // Captured frames are opaque: under the frame's inside, away from its
+        // rounded corners and its blurred edge, the shadow cannot show.
+        const double inset = radius + 3 * blurRadius + 1;
+        shadow_.drawAround(painter, QPointF(c.shadowX, c.shadowY), r.adjusted(inset, inset, -inset, -inset));
     }
 
     const QImage image = ImageAdjust::adjusted(frame.image, c.brightness - 1, 1);
@@ -51,8 +66,12 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
         painter.setClipPath(outline, Qt::IntersectClip);
     else
         painter.setClipRect(r, Qt::IntersectClip);
-    const QImage blurred = blurRadius > 0 ? FastBlur::blur(image, r.size(), blurRadius) : QImage();
-    painter.drawImage(r, blurred.isNull() ? image : blurred);
+    const FastBlur::Blurred blurred =
+        blurRadius > 0 ? FastBlur::blur(image, r.size(), blurRadius) : FastBlur::Blurred{};
+    if (blurred.isNull())
+        painter.drawImage(r, image);
+    else
+        painter.drawImage(blurred.target(r), blurred.image);
     painter.restore();
 
     if (c.borderEnabled) {
@@ -65,14 +84,18 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
                 glowKey_ = key;
                 glow_ = SoftShadow::make(outline, std::max(0.5, c.borderWidth), sigma, color);
             }
-            glow_.draw(painter);
+            const double inset = radius + c.borderWidth / 2 + 3 * sigma + 1;
+            glow_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
         }
         if (c.borderWidth > 0) {
-            QPen pen(color, c.borderWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-            pen.setMiterLimit(10);
-            painter.setPen(pen);
-            painter.setBrush(Qt::NoBrush);
-            painter.drawPath(outline);
+            const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(), radius,
+                                                  c.borderWidth, color.rgba());
+            if (key != borderKey_) {
+                borderKey_ = key;
+                border_ = SoftShadow::make(outline, c.borderWidth, 0, color);
+            }
+            const double inset = radius + c.borderWidth / 2 + 2;
+            border_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
         }
     }
     painter.restore();

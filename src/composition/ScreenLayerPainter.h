@@ -19,11 +19,18 @@ public:
     // blurRadius is in canvas points (0 for a sharp picture).
     void paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame, double blurRadius);
 
+    // The part of the box that the frame will cover completely (captured
+    // frames are opaque): the frame's rectangle less its rounded corners and
+    // its blurred edge. Empty without a frame.
+    static QRectF opaqueRect(QRectF box, const Source& source, const SourceFrame& frame, double blurRadius);
+
 private:
     QString shadowKey_;
     SoftShadow shadow_;
     QString glowKey_;
     SoftShadow glow_;
+    QString borderKey_;
+    SoftShadow border_;
 };
 
 }  // namespace orvane

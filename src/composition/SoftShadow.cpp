@@ -12,9 +12,13 @@ SoftShadow SoftShadow::make(const QPainterPath& shape, double strokeWidth, doubl
     SoftShadow out;
     if (shape.isEmpty() || color.alpha() == 0) return out;
     const double spread = 3 * std::max(0.0, sigma) + strokeWidth / 2 + 1;
-    const QRectF bounds = shape.boundingRect().adjusted(-spread, -spread, spread, spread);
+    // The image starts at a whole canvas point, so that drawing it moves
+    // pixels without resampling.
+    const QRectF grown = shape.boundingRect().adjusted(-spread, -spread, spread, spread);
+    const QPointF origin(std::floor(grown.left()), std::floor(grown.top()));
+    const QRectF bounds(origin, grown.bottomRight());
     // Reduce so the blur is about three pixels wide, but keep a hard shadow
-    // (sigma near 0) at full resolution.
+    // or a plain outline (sigma near 0) at full resolution.
     const double factor = sigma < 1 ? 1.0 : std::clamp(sigma / 3.0, 1.0, 8.0);
     const QSize size(std::max(1, static_cast<int>(std::ceil(bounds.width() / factor))),
                      std::max(1, static_cast<int>(std::ceil(bounds.height() / factor))));
@@ -25,9 +29,11 @@ SoftShadow SoftShadow::make(const QPainterPath& shape, double strokeWidth, doubl
         QPainter p(&image);
         p.setRenderHint(QPainter::Antialiasing);
         p.scale(1 / factor, 1 / factor);
-        p.translate(-bounds.topLeft());
+        p.translate(-origin);
         if (strokeWidth > 0) {
-            p.setPen(QPen(color, strokeWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+            QPen pen(color, strokeWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+            pen.setMiterLimit(10);
+            p.setPen(pen);
             p.setBrush(Qt::NoBrush);
         } else {
             p.setPen(Qt::NoPen);
@@ -36,17 +42,43 @@ SoftShadow SoftShadow::make(const QPainterPath& shape, double strokeWidth, doubl
         p.drawPath(shape);
     }
     FastBlur::blurInPlace(image, sigma / factor);
-    out.image_ = std::move(image);
-    out.target_ = QRectF(bounds.topLeft(), QSizeF(size.width() * factor, size.height() * factor));
+    const QSize full(static_cast<int>(std::ceil(size.width() * factor)),
+                     static_cast<int>(std::ceil(size.height() * factor)));
+    out.image_ = factor > 1 ? image.scaled(full, Qt::IgnoreAspectRatio, Qt::SmoothTransformation) : std::move(image);
+    // Whole canvas points, so that drawing it moves pixels without resampling.
+    out.target_ = QRectF(origin, QSizeF(out.image_.size()));
     return out;
 }
 
 void SoftShadow::draw(QPainter& painter, QPointF offset) const {
     if (image_.isNull()) return;
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(target_.translated(offset), image_);
-    painter.restore();
+    painter.drawImage(target_.topLeft() + offset, image_);
+}
+
+void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered) const {
+    if (image_.isNull()) return;
+    const QPointF origin = target_.topLeft() + offset;
+    // In the image's pixels, shrunk to whole pixels so that nothing uncovered
+    // is skipped.
+    const QRectF inner = covered.translated(-origin).intersected(QRectF(QPointF(0, 0), QSizeF(image_.size())));
+    const int left = static_cast<int>(std::ceil(inner.left()));
+    const int top = static_cast<int>(std::ceil(inner.top()));
+    const int right = static_cast<int>(std::floor(inner.right()));
+    const int bottom = static_cast<int>(std::floor(inner.bottom()));
+    if (right <= left || bottom <= top) {
+        draw(painter, offset);
+        return;
+    }
+    const int w = image_.width();
+    const int h = image_.height();
+    const QRect strips[] = {
+        QRect(0, 0, w, top),
+        QRect(0, bottom, w, h - bottom),
+        QRect(0, top, left, bottom - top),
+        QRect(right, top, w - right, bottom - top),
+    };
+    for (const QRect& s : strips)
+        if (!s.isEmpty()) painter.drawImage(origin + QPointF(s.topLeft()), image_, QRectF(s));
 }
 
 }  // namespace orvane

@@ -10,9 +10,11 @@ class QPainter;
 namespace orvane {
 
 // A blurred, coloured copy of a shape: drop shadows under frames and the
-// glow around borders. Made at a reduced scale (a soft shadow has no fine
-// detail) and drawn back scaled; callers keep the result while the shape and
-// its numbers stay the same.
+// glow around borders; with no blur, a cached outline (strokes of large or
+// round shapes cost more to draw than to copy). Blurred at a reduced scale (a soft shadow has no fine
+// detail), then enlarged once to full size so that drawing it is a plain
+// copy; callers keep the result while the shape and its numbers stay the
+// same.
 class SoftShadow {
 public:
     // `shape` is in canvas points. With strokeWidth > 0 the shape's outline
@@ -22,6 +24,11 @@ public:
 
     // Draws the shadow moved by `offset`.
     void draw(QPainter& painter, QPointF offset = {}) const;
+
+    // The same, except inside `covered` (canvas points), which something
+    // opaque is about to cover: only the strips around it are drawn, which
+    // for a shadow under a large picture is most of the saving.
+    void drawAround(QPainter& painter, QPointF offset, QRectF covered) const;
 
     bool isNull() const { return image_.isNull(); }
     const QRectF& target() const { return target_; }

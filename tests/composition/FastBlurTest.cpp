@@ -10,12 +10,12 @@ namespace {
 
 // The blurred picture drawn back at full size, as the renderer does.
 QImage blurToSize(const QImage& source, QSize size, double sigma) {
-    const QImage small = FastBlur::blur(source, QSizeF(size), sigma);
+    const FastBlur::Blurred blurred = FastBlur::blur(source, QSizeF(size), sigma);
     QImage out(size, QImage::Format_ARGB32_Premultiplied);
     out.fill(Qt::transparent);
     QPainter p(&out);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
-    p.drawImage(QRectF(QPointF(0, 0), QSizeF(size)), small);
+    p.drawImage(blurred.target(QRectF(QPointF(0, 0), QSizeF(size))), blurred.image);
     return out;
 }
 
@@ -59,7 +59,7 @@ TEST(FastBlur, TooSmallOrEmptyGivesNothing) {
 TEST(FastBlur, ReducesLargePictures) {
     QImage big(1920, 1080, QImage::Format_RGB32);
     big.fill(Qt::gray);
-    const QImage small = FastBlur::blur(big, QSizeF(1536, 864), 20);
+    const QImage small = FastBlur::blur(big, QSizeF(1536, 864), 20).image;
     EXPECT_LE(small.width(), 1536 / 4);
     EXPECT_NEAR(small.pixelColor(small.width() / 2, small.height() / 2).red(), QColor(Qt::gray).red(), 2);
 }

@@ -1,0 +1,319 @@
+#include "recording/RecordingManager.h"
+
+#include <QDateTime>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "composition/FrameSource.h"
+#include "document/Log.h"
+#include "engine/StreamManager.h"
+#include "recording/ProgramSnapshotStore.h"
+#include "recording/RecordingError.h"
+#include "recording/RecordingSession.h"
+
+namespace orvane {
+
+namespace {
+
+template <typename T>
+bool assign(T& field, const T& value) {
+    if (field == value) return false;
+    field = value;
+    return true;
+}
+
+}  // namespace
+
+RecordingManager::RecordingManager(StreamManager& streamManager, QObject* parent)
+    : QObject(parent), snapshots_(std::make_shared<ProgramSnapshotStore>()) {
+    recordingTimer_.setInterval(kDurationTick);
+    connect(&recordingTimer_, &QTimer::timeout, this, &RecordingManager::tick);
+    watchSession(&streamManager);
+}
+
+RecordingManager::~RecordingManager() {
+    recordingTimer_.stop();
+    if (session_) {
+        session_->finish();
+        session_.reset();
+        logLine("⏹️ Recording stopped");
+    }
+    if (finisher_.joinable()) finisher_.join();
+}
+
+// ---------------------------------------------------------------- settings
+
+void RecordingManager::setIncludeAudio(bool include) {
+    if (assign(includeAudio_, include)) emit includeAudioChanged(include);
+}
+
+void RecordingManager::setIncludeMicrophone(bool include) {
+    if (assign(includeMicrophone_, include)) emit includeMicrophoneChanged(include);
+}
+
+void RecordingManager::setIncludeSystemAudio(bool include) {
+    if (assign(includeSystemAudio_, include)) emit includeSystemAudioChanged(include);
+}
+
+void RecordingManager::setSelectedMicrophone(const std::optional<MicrophoneDevice>& microphone) {
+    if (assign(selectedMicrophone_, microphone)) emit selectedMicrophoneChanged();
+}
+
+void RecordingManager::setAudioQuality(AudioQuality quality) {
+    if (assign(audioQuality_, quality)) emit audioQualityChanged();
+}
+
+void RecordingManager::setVideoQuality(VideoQuality quality) {
+    if (assign(videoQuality_, quality)) emit videoQualityChanged();
+}
+
+void RecordingManager::setOutputFormat(OutputFormat format) {
+    if (assign(outputFormat_, format)) emit outputFormatChanged();
+}
+
+void RecordingManager::setFrameSource(std::shared_ptr<const FrameSource> frames) {
+    frames_ = std::move(frames);
+    publishSnapshot();
+}
+
+// ---------------------------------------------------------------- published state
+
+void RecordingManager::setIsRecording(bool recording) {
+    if (assign(isRecording_, recording)) emit isRecordingChanged(recording);
+}
+
+void RecordingManager::setRecordingDuration(double seconds) {
+    if (assign(recordingDuration_, seconds)) emit recordingDurationChanged(seconds);
+}
+
+void RecordingManager::setRecordingStatus(RecordingStatus status) {
+    if (assign(recordingStatus_, status)) emit recordingStatusChanged(status);
+}
+
+void RecordingManager::setErrorMessage(const std::optional<QString>& message) {
+    if (assign(errorMessage_, message)) emit errorMessageChanged();
+}
+
+void RecordingManager::setOutputURL(const std::optional<QUrl>& url) {
+    if (assign(outputURL_, url)) emit outputURLChanged();
+}
+
+// ---------------------------------------------------------------- the output file
+
+QString RecordingManager::recordingsFolder() {
+    QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (documents.isEmpty()) documents = QDir::homePath() + QStringLiteral("/Documents");
+    return QDir(documents).filePath(QStringLiteral("OrvaneUI Recordings"));
+}
+
+RecordingManager::OutputURLResult RecordingManager::createOutputURL() const {
+    const QString folder = recordingsFolder();
+    const QFileInfo existing(folder);
+    if (existing.exists() && !existing.isDir())
+        return {std::nullopt, QStringLiteral("“%1” exists and is not a folder").arg(folder)};
+    if (!QDir().mkpath(folder)) return {std::nullopt, QStringLiteral("Cannot create the folder “%1”").arg(folder)};
+    // Local time; two starts within one second give the same name.
+    const QString name = QStringLiteral("OrvaneUI_Recording_") +
+                         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HH-mm-ss")) +
+                         QLatin1Char('.') + QString::fromUtf8(toString(outputFormat_).data());
+    return {QUrl::fromLocalFile(QDir(folder).filePath(name)), {}};
+}
+
+// ---------------------------------------------------------------- start
+
+void RecordingManager::startRecording(StreamManager& streamManager) {
+    const quint64 generation = ++generation_;
+    setRecordingStatus(RecordingStatus::preparing);
+    setErrorMessage(std::nullopt);
+
+    const OutputURLResult output = createOutputURL();
+    if (!output.url) {
+        failStart(output.error);
+        return;
+    }
+    setOutputURL(output.url);
+    if (&streamManager != streamManager_.data()) watchSession(&streamManager);
+    publishSnapshot();
+    const VideoQualityRow row = videoQualityRow(videoQuality_);
+    logLine("🎥 Recording program output: " + std::to_string(row.width) + "x" + std::to_string(row.height));
+
+    // The settle time of a start stays, as a timer: the main thread goes on.
+    QTimer::singleShot(kSettleTime, this, [this, generation] { continueStart(generation); });
+}
+
+void RecordingManager::continueStart(quint64 generation) {
+    if (generation != generation_ || recordingStatus_ != RecordingStatus::preparing || !outputURL_) return;
+    RecordingPlan plan;
+    plan.path = outputURL_->toLocalFile();
+    plan.format = outputFormat_;
+    plan.videoQuality = videoQuality_;
+    plan.systemAudio = includeAudio_ && includeSystemAudio_;
+    plan.microphone = includeAudio_ && includeMicrophone_;
+    if (selectedMicrophone_) plan.microphoneSource = selectedMicrophone_->id;
+
+    auto session = std::make_unique<RecordingSession>(plan, snapshots_);
+    const QString failure = session->start([this, generation](const QString& message) {
+        QMetaObject::invokeMethod(this, [this, generation, message] { writerFailed(generation, message); },
+                                  Qt::QueuedConnection);
+    });
+    if (!failure.isEmpty()) {
+        // What did start is stopped again, away from the main thread.
+        finishInBackground(std::move(session), 0, false);
+        failStart(failure);
+        return;
+    }
+    session_ = std::move(session);
+    setRecordingStatus(RecordingStatus::recording);
+    setIsRecording(true);
+    recordingStartTime_ = std::chrono::steady_clock::now();
+    recordingTimer_.start();
+    logLine("🔴 Recording started: " + QFileInfo(plan.path).fileName().toStdString());
+}
+
+void RecordingManager::failStart(const QString& description) {
+    setRecordingStatus(RecordingStatus::error);
+    setErrorMessage(QStringLiteral("Failed to start recording: ") + description);
+    setIsRecording(false);
+    logLine("❌ Recording error: " + description.toStdString());
+}
+
+void RecordingManager::tick() {
+    if (!recordingStartTime_) return;
+    setRecordingDuration(std::chrono::duration<double>(std::chrono::steady_clock::now() - *recordingStartTime_).count());
+}
+
+// ---------------------------------------------------------------- stop
+
+void RecordingManager::stopRecording() {
+    if (!isRecording_) return;
+    setRecordingStatus(RecordingStatus::stopping);
+    recordingTimer_.stop();
+    recordingStartTime_.reset();
+    finishInBackground(std::move(session_), generation_, false);
+}
+
+void RecordingManager::writerFailed(quint64 generation, const QString& message) {
+    if (generation != generation_ || !session_ || recordingStatus_ != RecordingStatus::recording) return;
+    recordingTimer_.stop();
+    recordingStartTime_.reset();
+    logLine("❌ Recording error: " + message.toStdString());
+    setRecordingStatus(RecordingStatus::error);
+    setErrorMessage(QString::fromUtf8(toString(RecordingError::writingFailed).data()));
+    setIsRecording(false);
+    setRecordingDuration(0);
+    finishInBackground(std::move(session_), generation, true);
+}
+
+void RecordingManager::finishInBackground(std::unique_ptr<RecordingSession> session, quint64 generation,
+                                          bool afterWriterFailure) {
+    if (!session) {
+        // Nothing to close: a stop of a start that never set anything up.
+        finishStop(generation, {}, afterWriterFailure);
+        return;
+    }
+    // A previous stop still closing its file is waited for here.
+    if (finisher_.joinable()) finisher_.join();
+    finisher_ = std::jthread([this, session = std::move(session), generation, afterWriterFailure]() mutable {
+        const QString failure = session->finish();
+        const RecordingSession::Figures figures = session->figures();
+        session.reset();
+        QMetaObject::invokeMethod(
+            this,
+            [this, generation, failure, figures, afterWriterFailure] {
+                lastFigures_ = {figures.framesComposed, figures.framesDropped, figures.framesEncoded};
+                finishStop(generation, failure, afterWriterFailure);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void RecordingManager::finishStop(quint64 generation, const QString& failure, bool afterWriterFailure) {
+    if (generation == 0) return;  // the clean-up of a failed start
+    if (generation != generation_ || afterWriterFailure) {
+        // Already reported, or a newer start owns the published state.
+        if (afterWriterFailure) emit recordingFinished();
+        return;
+    }
+    setIsRecording(false);
+    setRecordingDuration(0);
+    if (!failure.isEmpty()) {
+        logLine("❌ Recording error: " + failure.toStdString());
+        setRecordingStatus(RecordingStatus::error);
+        setErrorMessage(QString::fromUtf8(toString(RecordingError::writingFailed).data()));
+    } else {
+        setRecordingStatus(RecordingStatus::completed);
+        logLine("⏹️ Recording stopped");
+    }
+    emit recordingFinished();
+}
+
+// ---------------------------------------------------------------- the program snapshot
+
+void RecordingManager::watchSession(StreamManager* streamManager) {
+    if (streamManager_) disconnect(streamManager_, nullptr, this, nullptr);
+    streamManager_ = streamManager;
+    if (!streamManager) return;
+    for (auto signal : {&StreamManager::programSceneChanged, &StreamManager::currentPresetChanged,
+                        &StreamManager::progressBarUpdateTimestampChanged, &StreamManager::sceneUpdateTimestampChanged,
+                        &StreamManager::drawingShapesChanged, &StreamManager::freehandPathsChanged,
+                        &StreamManager::selectedDrawingToolChanged, &StreamManager::selectedDrawingColorChanged})
+        connect(streamManager, signal, this, &RecordingManager::publishSnapshot);
+    connect(streamManager, &StreamManager::isBlurModeActiveChanged, this, &RecordingManager::publishSnapshot);
+    connect(streamManager, &StreamManager::isDrawingModeEnabledChanged, this, &RecordingManager::publishSnapshot);
+    connect(streamManager, &StreamManager::drawingStrokeWidthChanged, this, &RecordingManager::publishSnapshot);
+    publishSnapshot();
+}
+
+void RecordingManager::publishSnapshot() {
+    auto snapshot = std::make_shared<ProgramSnapshot>();
+    snapshot->frames = frames_;
+    if (StreamManager* session = streamManager_.data()) {
+        snapshot->programScene = session->programScene();
+        if (const std::optional<Preset>& preset = session->currentPreset()) {
+            snapshot->branding = preset->branding;
+            snapshot->progressBar = preset->progressBar;
+        }
+        snapshot->isBlurModeActive = session->isBlurModeActive();
+        snapshot->isDrawingModeEnabled = session->isDrawingModeEnabled();
+        snapshot->drawing = DrawingLayers{session->drawingShapes(), session->freehandPaths()};
+        snapshot->drawingSelection =
+            DrawingSelection{session->selectedDrawingTool(), session->selectedDrawingColor(), session->drawingStrokeWidth()};
+    }
+    snapshots_->publish(std::move(snapshot));
+}
+
+// ---------------------------------------------------------------- the file manager
+
+void RecordingManager::revealRecordingInFinder() {
+    if (!outputURL_) return;
+    const QUrl file = *outputURL_;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    call << QStringList{file.toString()} << QString();
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file.toLocalFile()).absolutePath()));
+        return;
+    }
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [file](QDBusPendingCallWatcher* self) {
+        if (self->isError()) {
+            logLine("⚠️ No file manager answered, opening the folder: " + self->error().message().toStdString());
+            QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file.toLocalFile()).absolutePath()));
+        }
+        self->deleteLater();
+    });
+}
+
+void RecordingManager::openRecordingsFolder() {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(recordingsFolder()));
+}
+
+}  // namespace orvane

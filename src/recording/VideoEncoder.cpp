@@ -1,0 +1,108 @@
+#include "recording/VideoEncoder.h"
+
+extern "C" {
+#include <libavutil/opt.h>
+}
+
+#include "recording/MovieWriter.h"
+
+namespace orvane {
+
+const char* VideoEncoder::presetFor(int width, int height) {
+    return static_cast<std::int64_t>(width) * height > 1920 * 1080 ? "ultrafast" : "superfast";
+}
+
+QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
+    const AVCodec* codec = avcodec_find_encoder_by_name("libx264");
+    if (!codec) return QStringLiteral("FFmpeg has no libx264 encoder");
+    encoder_.reset(avcodec_alloc_context3(codec));
+    if (!encoder_) return QStringLiteral("Out of memory");
+    AVCodecContext* c = encoder_.get();
+    c->width = settings.width;
+    c->height = settings.height;
+    c->pix_fmt = AV_PIX_FMT_YUV420P;
+    c->time_base = AVRational{1, kFramesPerSecond};
+    c->framerate = AVRational{kFramesPerSecond, 1};
+    c->bit_rate = settings.bitRate_bps;
+    c->gop_size = kKeyFrameInterval;
+    c->keyint_min = kKeyFrameInterval;
+    c->max_b_frames = 0;
+    c->profile = FF_PROFILE_H264_BASELINE;
+    c->color_range = AVCOL_RANGE_MPEG;
+    c->colorspace = AVCOL_SPC_BT709;
+    c->color_primaries = AVCOL_PRI_BT709;
+    c->color_trc = AVCOL_TRC_BT709;
+    if (globalHeader) c->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "preset", presetFor(settings.width, settings.height), 0);
+    av_dict_set(&options, "profile", "baseline", 0);
+    // Key frames exactly every 30 frames, so that fragments last one second.
+    av_dict_set(&options, "x264-params", "scenecut=0", 0);
+    const int opened = avcodec_open2(c, codec, &options);
+    av_dict_free(&options);
+    if (opened < 0) return QStringLiteral("Cannot open the H.264 encoder: ") + avErrorText(opened);
+
+    frame_.reset(av_frame_alloc());
+    packet_.reset(av_packet_alloc());
+    if (!frame_ || !packet_) return QStringLiteral("Out of memory");
+    frame_->format = c->pix_fmt;
+    frame_->width = c->width;
+    frame_->height = c->height;
+    if (const int allocated = av_frame_get_buffer(frame_.get(), 0); allocated < 0) return avErrorText(allocated);
+
+    // Same size, so no scaling: the cost is the colour conversion, which
+    // swscale's vector code does on slices in two threads.
+    SwsContext* converter = sws_alloc_context();
+    if (!converter) return QStringLiteral("Out of memory");
+    converter_.reset(converter);
+    av_opt_set_int(converter, "srcw", c->width, 0);
+    av_opt_set_int(converter, "srch", c->height, 0);
+    av_opt_set_int(converter, "src_format", AV_PIX_FMT_BGRA, 0);
+    av_opt_set_int(converter, "dstw", c->width, 0);
+    av_opt_set_int(converter, "dsth", c->height, 0);
+    av_opt_set_int(converter, "dst_format", AV_PIX_FMT_YUV420P, 0);
+    av_opt_set_int(converter, "sws_flags", SWS_POINT, 0);
+    av_opt_set_int(converter, "threads", 2, 0);
+    if (const int ready = sws_init_context(converter, nullptr, nullptr); ready < 0)
+        return QStringLiteral("Cannot set up the colour conversion: ") + avErrorText(ready);
+    // Studio-range BT.709, as the stream says.
+    const int* coefficients = sws_getCoefficients(SWS_CS_ITU709);
+    sws_setColorspaceDetails(converter, coefficients, 1, coefficients, 0, 0, 1 << 16, 1 << 16);
+    return {};
+}
+
+void VideoEncoder::setStream(MovieWriter* writer, int streamIndex) {
+    writer_ = writer;
+    streamIndex_ = streamIndex;
+}
+
+QString VideoEncoder::encode(const std::uint8_t* bgra, int bytesPerLine, std::int64_t frameIndex) {
+    if (!encoder_) return QStringLiteral("Encoder not open");
+    if (const int writable = av_frame_make_writable(frame_.get()); writable < 0) return avErrorText(writable);
+    const std::uint8_t* const source[4] = {bgra, nullptr, nullptr, nullptr};
+    const int strides[4] = {bytesPerLine, 0, 0, 0};
+    sws_scale(converter_.get(), source, strides, 0, encoder_->height, frame_->data, frame_->linesize);
+    frame_->pts = frameIndex;
+    if (const int sent = avcodec_send_frame(encoder_.get(), frame_.get()); sent < 0) return avErrorText(sent);
+    ++framesEncoded_;
+    return drain();
+}
+
+QString VideoEncoder::flush() {
+    if (!encoder_) return {};
+    if (const int sent = avcodec_send_frame(encoder_.get(), nullptr); sent < 0 && sent != AVERROR_EOF)
+        return avErrorText(sent);
+    return drain();
+}
+
+QString VideoEncoder::drain() {
+    for (;;) {
+        const int received = avcodec_receive_packet(encoder_.get(), packet_.get());
+        if (received == AVERROR(EAGAIN) || received == AVERROR_EOF) return {};
+        if (received < 0) return avErrorText(received);
+        if (writer_) writer_->writePacket(streamIndex_, encoder_->time_base, packet_.get());
+        else av_packet_unref(packet_.get());
+    }
+}
+
+}  // namespace orvane

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QString>
+
+#include <atomic>
+#include <cstdint>
+
+#include "recording/FfmpegOwners.h"
+
+namespace orvane {
+
+class MovieWriter;
+
+// H.264 by libx264 for one recording: baseline profile, a key frame every 30
+// frames, 30 frames a second, an average bit rate. Frames come in as packed
+// BGRA pictures and are converted to 4:2:0 here. Used by one thread at a time.
+class VideoEncoder {
+public:
+    static constexpr int kFramesPerSecond = 30;
+    static constexpr int kKeyFrameInterval = 30;
+
+    struct Settings {
+        int width = 0;
+        int height = 0;
+        std::int64_t bitRate_bps = 0;
+    };
+
+    // The x264 preset for a frame size: the fastest presets above 1080p, so
+    // that two cores keep up with real time.
+    static const char* presetFor(int width, int height);
+
+    VideoEncoder() = default;
+    ~VideoEncoder() = default;
+    VideoEncoder(const VideoEncoder&) = delete;
+    VideoEncoder& operator=(const VideoEncoder&) = delete;
+
+    // Empty on success.
+    QString open(const Settings& settings, bool globalHeader);
+    const AVCodecContext& context() const { return *encoder_; }
+    void setStream(MovieWriter* writer, int streamIndex);
+
+    // A picture of the opened size, bytes B, G, R, A (QImage's RGB32 and
+    // ARGB32 on little-endian machines), at frame number `frameIndex` on the
+    // recording's clock. Empty on success.
+    QString encode(const std::uint8_t* bgra, int bytesPerLine, std::int64_t frameIndex);
+    // Drains the encoder at the end.
+    QString flush();
+
+    std::int64_t framesEncoded() const { return framesEncoded_.load(); }
+
+private:
+    QString drain();
+
+    AvEncoder encoder_;
+    SwsOwner converter_;
+    AvFrameOwner frame_;
+    AvPacketOwner packet_;
+    MovieWriter* writer_ = nullptr;
+    int streamIndex_ = -1;
+    std::atomic<std::int64_t> framesEncoded_{0};  // read from other threads
+};
+
+}  // namespace orvane

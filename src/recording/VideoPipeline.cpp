@@ -1,0 +1,91 @@
+#include "recording/VideoPipeline.h"
+
+#include <QPainter>
+
+#include "document/Log.h"
+#include "recording/ProgramFramePainter.h"
+#include "recording/ProgramSnapshotStore.h"
+#include "recording/RecordingClock.h"
+#include "recording/VideoEncoder.h"
+
+namespace orvane {
+
+namespace {
+constexpr auto kFrameInterval = std::chrono::duration_cast<RecordingClock::Clock::duration>(
+    std::chrono::duration<double>(1.0 / VideoEncoder::kFramesPerSecond));
+}
+
+VideoPipeline::VideoPipeline(QSize size, std::shared_ptr<ProgramSnapshotStore> snapshots, VideoEncoder& encoder)
+    : size_(size), snapshots_(std::move(snapshots)), encoder_(encoder), queue_(kQueueDepth, size) {}
+
+VideoPipeline::~VideoPipeline() { stop(); }
+
+void VideoPipeline::start(const RecordingClock& clock, FailureHandler onFailure) {
+    clock_ = &clock;
+    onFailure_ = std::move(onFailure);
+    encodeThread_ = std::jthread([this](std::stop_token stop) { encodeLoop(stop); });
+    renderThread_ = std::jthread([this](std::stop_token stop) { renderLoop(stop); });
+}
+
+QString VideoPipeline::stop() {
+    if (renderThread_.joinable()) {
+        renderThread_.request_stop();
+        wake_.notify_all();
+        renderThread_.join();
+    }
+    queue_.close();
+    if (encodeThread_.joinable()) encodeThread_.join();  // encodes what is queued, then ends
+    if (failed_) return {};
+    return encoder_.flush();
+}
+
+void VideoPipeline::renderLoop(std::stop_token stop) {
+    using Clock = RecordingClock::Clock;
+    ProgramFramePainter painter;
+    std::int64_t frameIndex = 0;
+    while (!stop.stop_requested()) {
+        const Clock::time_point due = clock_->origin() + frameIndex * kFrameInterval;
+        {
+            std::unique_lock lock(waitMutex_);
+            wake_.wait_until(lock, stop, due, [] { return false; });
+        }
+        if (stop.stop_requested()) break;
+        const Clock::duration late = Clock::now() - due;
+        if (late >= kFrameInterval) {
+            const std::int64_t missed = late / kFrameInterval;
+            dropped_ += missed;
+            frameIndex += missed;
+            continue;
+        }
+        std::shared_ptr<const ProgramSnapshot> snapshot = snapshots_->latest();
+        QImage image = queue_.takeBuffer();
+        if (snapshot) {
+            QPainter p(&image);
+            painter.paint(p, size_, *snapshot, std::chrono::duration<double>(due.time_since_epoch()).count());
+        } else {
+            image.fill(Qt::black);
+        }
+        ++composed_;
+        if (!queue_.push(std::move(image), frameIndex)) ++dropped_;
+        ++frameIndex;
+    }
+}
+
+void VideoPipeline::encodeLoop(std::stop_token stop) {
+    while (std::optional<FrameQueue::Item> item = queue_.pop(stop)) {
+        if (!failed_) {
+            const QString failure = encoder_.encode(item->image.constBits(),
+                                                    static_cast<int>(item->image.bytesPerLine()), item->frameIndex);
+            if (!failure.isEmpty()) reportFailure(failure);
+        }
+        queue_.recycle(std::move(item->image));
+    }
+}
+
+void VideoPipeline::reportFailure(const QString& message) {
+    if (failed_.exchange(true)) return;
+    logLine("❌ Recording video failed: " + message.toStdString());
+    if (onFailure_) onFailure_(message);
+}
+
+}  // namespace orvane

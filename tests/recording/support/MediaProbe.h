@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace orvane::test {
+
+// What ffprobe and ffmpeg read from a recorded file.
+class MediaProbe {
+public:
+    // `ffprobe -show_streams -show_format` as JSON; an empty object when
+    // ffprobe fails (then `error` says why).
+    static QJsonObject probe(const QString& file, QString* error = nullptr, const QStringList& extra = {});
+    static QJsonArray streamsOfType(const QJsonObject& probe, const QString& codecType);
+    // One audio track decoded to mono float samples at 44.1 kHz.
+    static std::vector<float> audioSamples(const QString& file, int audioTrack);
+    // The video frame shown at `seconds`, as RGB.
+    static QImage videoFrame(const QString& file, double seconds, QSize size);
+    // Share of a signal's power at one frequency (Goertzel over the whole
+    // signal): about 1 for a pure tone at that frequency, about 0 elsewhere.
+    static double toneShare(const std::vector<float>& samples, double frequency_hz, double sampleRate_hz);
+    static double rms(const std::vector<float>& samples);
+};
+
+}  // namespace orvane::test

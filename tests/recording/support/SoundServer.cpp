@@ -1,0 +1,81 @@
+#include "support/SoundServer.h"
+
+#include <signal.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+namespace orvane::test {
+
+namespace {
+
+QProcessEnvironment environmentFor(const QString& dir) {
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), dir);
+    env.insert(QStringLiteral("HOME"), dir);
+    env.insert(QStringLiteral("PULSE_SERVER"), QStringLiteral("unix:") + dir + QStringLiteral("/pulse/native"));
+    env.remove(QStringLiteral("DISPLAY"));
+    return env;
+}
+
+}  // namespace
+
+QString SoundServer::start() {
+    runtime_ = std::make_unique<QTemporaryDir>(QStringLiteral("/tmp/orvane-rec-sound-XXXXXX"));
+    if (!runtime_->isValid()) return QStringLiteral("no temporary directory");
+    const QString dir = runtime_->path();
+    QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+
+    QProcess daemon;
+    QProcessEnvironment env = environmentFor(dir);
+    env.remove(QStringLiteral("PULSE_SERVER"));
+    daemon.setProcessEnvironment(env);
+    // -D returns once the daemon is ready and has written its pid.
+    daemon.start(QStringLiteral("pulseaudio"),
+                 {"-D", "--exit-idle-time=-1", "-n", "--load=module-native-protocol-unix", "--log-target=stderr"});
+    if (!daemon.waitForFinished(15000) || daemon.exitCode() != 0)
+        return QStringLiteral("pulseaudio failed: ") + QString::fromLocal8Bit(daemon.readAllStandardError());
+    QFile pidFile(dir + QStringLiteral("/pulse/pid"));
+    if (!pidFile.open(QIODevice::ReadOnly)) return QStringLiteral("pulseaudio wrote no pid");
+    pid_ = pidFile.readAll().trimmed().toLongLong();
+
+    const QString sink = QString::fromLatin1(kSink);
+    const QString microphone = QString::fromLatin1(kMicrophone);
+    for (const QStringList& args :
+         {QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + sink},
+          QStringList{"pactl", "load-module", "module-sine-source", "source_name=" + microphone,
+                      "frequency=" + QString::number(kMicrophoneFrequency_hz)},
+          QStringList{"pactl", "set-default-sink", sink}, QStringList{"pactl", "set-default-source", microphone}}) {
+        if (const QString failure = runTool(args); !failure.isEmpty()) return failure;
+    }
+    ::setenv("XDG_RUNTIME_DIR", dir.toLocal8Bit().constData(), 1);
+    ::setenv("PULSE_SERVER", ("unix:" + dir + "/pulse/native").toLocal8Bit().constData(), 1);
+    return {};
+}
+
+QString SoundServer::runTool(const QStringList& argv, int timeoutMs) const {
+    QProcess process;
+    process.setProcessEnvironment(environmentFor(runtimeDir()));
+    process.start(argv.first(), argv.mid(1));
+    if (!process.waitForFinished(timeoutMs) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return argv.join(' ') + QStringLiteral(" failed: ") + QString::fromLocal8Bit(process.readAllStandardError());
+    return {};
+}
+
+void SoundServer::stop() {
+    if (pid_ <= 0) return;
+    const auto pid = static_cast<pid_t>(pid_);
+    ::kill(pid, SIGTERM);
+    // The daemon is not our child: watch it go.
+    for (int i = 0; i < 300 && ::kill(pid, 0) == 0; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    if (::kill(pid, 0) == 0) ::kill(pid, SIGKILL);
+    pid_ = -1;
+    ::unsetenv("PULSE_SERVER");
+}
+
+}  // namespace orvane::test

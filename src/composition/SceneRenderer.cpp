@@ -7,6 +7,7 @@
 
 #include "composition/BackgroundPainter.h"
 #include "composition/CompositionIdentity.h"
+#include "composition/EaseInOut.h"
 #include "composition/FrameSource.h"
 #include "composition/SceneLayoutHelper.h"
 #include "composition/StatusPainter.h"
@@ -27,6 +28,7 @@ void SceneRenderer::sync(const StreamingScene& scene, const SceneRenderInputs& i
     if (identity != identity_) {
         identity_ = std::move(identity);
         slideIndex_.clear();
+        pageTurns_.clear();
         // A rebuilt composition starts its zoom from 1.0.
         zoom_ = CinematicZoom{};
         // Capture views outlive a rebuild only while their source stays.
@@ -53,7 +55,9 @@ bool SceneRenderer::isAnimating(double now) const {
     const double amount = blur_.amountAt(now);
     const bool fading = amount > 0 && amount < 1;
     const bool zooming = zoom_.isEnabled() || zoom_.scaleAt(now) != 1;
-    return fading || zooming;
+    const bool turning = std::any_of(pageTurns_.begin(), pageTurns_.end(),
+                                     [&](const auto& entry) { return now - entry.second.at < kPageFade; });
+    return fading || zooming || turning;
 }
 
 void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
@@ -132,7 +136,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
             if (s.type != SourceType::content) continue;
             const auto& deck = s.configuration.slidesResource;
             if (s.configuration.contentType == ContentType::slides && deck)
-                slides_->paint(painter, *frames.contentFrame, *deck, slideIndex(s));
+                paintDeck(painter, *frames.contentFrame, s, now);
             else
                 StatusPainter::paintContentPlaceholder(painter, *frames.contentFrame, QString::fromStdString(s.name));
         }
@@ -147,7 +151,33 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
     painter.restore();
 }
 
-bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs& in, const QPaintDevice* device) {
+void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& source, double now) {
+    const SlidesResource& deck = *source.configuration.slidesResource;
+    const int index = slideIndex(source);
+    const auto turn = pageTurns_.find(source.id);
+    const double t = turn == pageTurns_.end() ? 1 : (now - turn->second.at) / kPageFade;
+    if (t >= 1) {
+        slides_->paint(painter, box, deck, index);
+        return;
+    }
+    // The page that leaves, then the new one fading in over it as a whole.
+    slides_->paint(painter, box, deck, turn->second.from);
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    QImage layer((box.size() * dpr).toSize().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    layer.setDevicePixelRatio(dpr);
+    layer.fill(Qt::transparent);
+    {
+        QPainter p(&layer);
+        slides_->paint(p, QRectF(QPointF(0, 0), box.size()), deck, index);
+    }
+    painter.save();
+    painter.setOpacity(painter.opacity() * EaseInOut::value(t));
+    painter.drawImage(box, layer);
+    painter.restore();
+}
+
+bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs& in, const QPaintDevice* device,
+                          double now) {
     if (!in.scene) return false;
     const StreamingScene& scene = *in.scene;
     const LayoutFrame frames = SceneLayoutHelper::calculateFrames(SceneLayoutHelper::effectiveLayout(scene), canvas);
@@ -164,6 +194,7 @@ bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs&
         const int next = SlidesRenderer::pageAfter(button, index, static_cast<int>(deck->slides.size()));
         if (next == index) return false;
         slideIndex_[s.id] = next;
+        pageTurns_[s.id] = {index, now};
         return true;
     }
     return false;

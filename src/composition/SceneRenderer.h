@@ -43,9 +43,13 @@ public:
 
     void render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& inputs, double now);
 
-    // A click at a canvas point: turns a deck's page when it hits a page
-    // button. Returns whether something changed (draw again).
-    bool click(QPointF point, QSizeF canvas, const SceneRenderInputs& inputs, const QPaintDevice* device);
+    // A click at a canvas point at time `now`: turns a deck's page when it
+    // hits a page button (the new page fades in over 0.3 seconds). Returns
+    // whether something changed (draw again).
+    bool click(QPointF point, QSizeF canvas, const SceneRenderInputs& inputs, const QPaintDevice* device,
+               double now);
+
+    static constexpr double kPageFade = 0.3;  // seconds
 
     // Whether the picture is moving at `now` (zoom, blur fade), so that the
     // host keeps drawing.
@@ -66,7 +70,14 @@ private:
     std::string identity_;
     CinematicZoom zoom_;
     BlurFade blur_;
+    struct PageTurn {
+        int from = 0;
+        double at = 0;
+    };
+    void paintDeck(QPainter& painter, QRectF box, const Source& source, double now);
+
     std::unordered_map<Uuid, int> slideIndex_;
+    std::unordered_map<Uuid, PageTurn> pageTurns_;
 
     BackgroundPainter background_;
     CameraLayerPainter camera_;

@@ -374,10 +374,13 @@ TEST(ContentLayer, SlidesDrawTheDeckAndTurnPagesOnClicks) {
     EXPECT_PIXEL(f.render(), 20, 20, QColor(0, 255, 0), 1);
     const PageControlLayout control =
         SlidesRenderer::pageControlLayout(QSizeF(kSize), 1, 3, nullptr);
-    EXPECT_TRUE(f.renderer.click(control.next.center(), QSizeF(kSize), f.in, nullptr));
-    EXPECT_PIXEL(f.render(), 20, 20, QColor(0, 0, 255), 1);
-    EXPECT_FALSE(f.renderer.click(control.next.center(), QSizeF(kSize), f.in, nullptr));  // last page
-    EXPECT_FALSE(f.renderer.click(QPointF(800, 100), QSizeF(kSize), f.in, nullptr));
+    EXPECT_TRUE(f.renderer.click(control.next.center(), QSizeF(kSize), f.in, nullptr, 10));
+    // The new page fades in over 0.3 seconds: halfway, half of each.
+    EXPECT_PIXEL(f.render(10.15), 20, 20, QColor(0, 128, 128), 3);
+    EXPECT_TRUE(f.renderer.isAnimating(10.15));
+    EXPECT_PIXEL(f.render(10.3), 20, 20, QColor(0, 0, 255), 1);
+    EXPECT_FALSE(f.renderer.click(control.next.center(), QSizeF(kSize), f.in, nullptr, 11));  // last page
+    EXPECT_FALSE(f.renderer.click(QPointF(800, 100), QSizeF(kSize), f.in, nullptr, 11));
     // A rebuilt composition goes back to the stored page.
     f.in.sceneUpdateTimestamp = 1000;
     EXPECT_PIXEL(f.render(), 20, 20, QColor(0, 255, 0), 1);

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
+
+#include "slides/MarkdownContentView.h"
+#include "slides/MarkdownRenderer.h"
+#include "slides/MarkdownTextView.h"
+#include "slides/SlideImageLoader.h"
+#include "slides/SlidesRenderer.h"
+
+namespace orvane {
+namespace {
+
+const QColor kAccent(200, 40, 220);
+
+// The bounding box of the pixels of one colour.
+QRect extent(const QImage& image, QColor colour, int tolerance = 60) {
+    QRect box;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (std::abs(c.red() - colour.red()) + std::abs(c.green() - colour.green()) +
+                    std::abs(c.blue() - colour.blue()) < tolerance)
+                box = box.united(QRect(x, y, 1, 1));
+        }
+    return box;
+}
+
+QImage renderColumn(const QString& markdown, const MarkdownStyle& style, TextAlignment alignment, bool stage,
+                    double* height = nullptr) {
+    QImage image(960, 540, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter p(&image);
+    const auto elements = stage ? MarkdownContentView::parseMarkdown(markdown) : MarkdownTextView::parseMarkdown(markdown);
+    const double h = MarkdownRenderer::render(&p, &image, QRectF(0, 0, 960, 540), elements, style,
+                                              {Qt::white, kAccent}, alignment,
+                                              stage ? &MarkdownContentView::processInlineMarkdown
+                                                    : &MarkdownTextView::processInlineMarkdown);
+    if (height) *height = h;
+    return image;
+}
+
+TEST(MarkdownRender, HeadingInAccentAtItsSize) {
+    const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);
+    const QImage image = renderColumn("# HHHH", st, TextAlignment::leading, true);
+    const QRect h = extent(image, kAccent);
+    ASSERT_FALSE(h.isNull());
+    // A 38.4 point capital stands about 0.7 of the size high.
+    EXPECT_NEAR(h.height(), 38.4 * 0.72, 5);
+    EXPECT_LT(h.left(), 8);
+}
+
+TEST(MarkdownRender, AlignmentMovesTheText) {
+    const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);
+    const QRect leading = extent(renderColumn("# Title", st, TextAlignment::leading, true), kAccent);
+    const QRect centre = extent(renderColumn("# Title", st, TextAlignment::center, true), kAccent);
+    const QRect trailing = extent(renderColumn("# Title", st, TextAlignment::trailing, true), kAccent);
+    EXPECT_LT(leading.left(), 8);
+    EXPECT_NEAR(centre.center().x(), 480, 6);
+    EXPECT_GT(trailing.right(), 950);
+}
+
+TEST(MarkdownRender, BulletMarkerInAccentBeforeTheText) {
+    const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);
+    for (TextAlignment a : {TextAlignment::leading, TextAlignment::center, TextAlignment::trailing}) {
+        const QImage image = renderColumn("1. item", st, a, true);
+        const QRect marker = extent(image, kAccent);
+        const QRect text = extent(image, Qt::white);
+        ASSERT_FALSE(marker.isNull());
+        EXPECT_LT(marker.right(), text.left()) << toString(a);
+    }
+}
+
+TEST(MarkdownRender, TextScaleAndTheStageFloor) {
+    double small = 0;
+    double scaled = 0;
+    renderColumn("# A\n## B\ntext", MarkdownStyle::stage(QSizeF(480, 270), 1), TextAlignment::leading, true, &small);
+    renderColumn("# A\n## B\ntext", MarkdownStyle::stage(QSizeF(480, 270), 2), TextAlignment::leading, true, &scaled);
+    EXPECT_GT(scaled, 1.7 * small);
+}
+
+TEST(MarkdownRender, PreviewShowsFencesAsText) {
+    const MarkdownStyle st = MarkdownStyle::preview(QSizeF(400, 300), 1);
+    double height = 0;
+    const QImage image = renderColumn("```\nx\n```", st, TextAlignment::leading, false, &height);
+    // Three paragraph lines, no dark code box.
+    EXPECT_GT(height, 3 * 14 * 0.9);
+    EXPECT_FALSE(extent(image, Qt::white).isNull());
+}
+
+TEST(SlideImage, FailedAddressShowsFailedToLoad) {
+    SlideImageLoader loader;
+    SlidesResource deck;
+    Slide slide;
+    slide.content.clear();
+    slide.backgroundColor = {0, 0, 0, 1};
+    slide.imageUrl = "http://127.0.0.1:1/x.png";
+    deck.slides = {slide};
+    QElapsedTimer timer;
+    timer.start();
+    while (loader.load(*slide.imageUrl).state != SlideImageLoader::State::failed && timer.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QImage image(960, 540, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    {
+        QPainter p(&image);
+        SlidesRenderer(loader).paint(p, QRectF(0, 0, 960, 540), deck, 0);
+    }
+    // The grey symbol and text where the picture would be, at the top left.
+    const QRect grey = extent(image.copy(0, 0, 400, 200), QColor(142, 142, 147), 40);
+    EXPECT_FALSE(grey.isNull());
+}
+
+}  // namespace
+}  // namespace orvane

@@ -163,9 +163,10 @@ void DrawingOverlay::paintPath(QPainter& painter, const std::vector<Point>& poin
     painter.restore();
 }
 
-void DrawingOverlay::paint(QPainter& painter, const DrawingLayers& layers, const DrawingSelection& selection) const {
-    for (const DrawingShape& shape : layers.shapes) paintShape(painter, shape);
-    for (const FreehandPath& path : layers.paths) paintPath(painter, path.points, path.color, path.strokeWidth);
+void DrawingOverlay::paint(QPainter& painter, const std::vector<DrawingShape>& shapes,
+                           const std::vector<FreehandPath>& paths, const DrawingSelection& selection) const {
+    for (const DrawingShape& shape : shapes) paintShape(painter, shape);
+    for (const FreehandPath& path : paths) paintPath(painter, path.points, path.color, path.strokeWidth);
     painter.save();
     painter.setOpacity(painter.opacity() * kInProgressOpacity);
     if (currentShape_) paintShape(painter, *currentShape_);

@@ -54,7 +54,12 @@ public:
     void cancel();
 
     // Shapes in order, then all strokes, then what is being drawn at 0.7.
-    void paint(QPainter& painter, const DrawingLayers& layers, const DrawingSelection& selection) const;
+    void paint(QPainter& painter, const DrawingLayers& layers, const DrawingSelection& selection) const {
+        paint(painter, layers.shapes, layers.paths, selection);
+    }
+    // The same straight from the session's two lists, without copying them.
+    void paint(QPainter& painter, const std::vector<DrawingShape>& shapes, const std::vector<FreehandPath>& paths,
+               const DrawingSelection& selection) const;
 
     static void paintShape(QPainter& painter, const DrawingShape& shape);
     static void paintPath(QPainter& painter, const std::vector<Point>& points, const DrawingColor& color,

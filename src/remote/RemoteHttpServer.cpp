@@ -19,7 +19,7 @@ void RemoteHttpServer::listen(quint16 port, int generation) {
     }
     if (!listener_) {
         listener_ = new RemoteTcpListener(this);
-        connect(listener_, &RemoteTcpListener::descriptorAccepted, this, &RemoteHttpServer::accept);
+        connect(listener_, &RemoteTcpListener::descriptorAccepted, this, &RemoteHttpServer::handleConnection);
     }
     // QTcpServer sets SO_REUSEADDR on Unix, so a port in TIME_WAIT is free again.
     if (!listener_->listen(QHostAddress::Any, port)) {
@@ -34,7 +34,7 @@ void RemoteHttpServer::close() {
     if (listener_) listener_->close();
 }
 
-void RemoteHttpServer::accept(qintptr descriptor) {
+void RemoteHttpServer::handleConnection(qintptr descriptor) {
     if (openConnections_ >= remote_limits::kMaxConnections) {
         ::close(static_cast<int>(descriptor));
         return;

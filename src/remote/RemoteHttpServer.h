@@ -29,7 +29,7 @@ signals:
     void listenFinished(int generation, bool ok, quint16 port, const QString& error);
 
 private:
-    void accept(qintptr descriptor);
+    void handleConnection(qintptr descriptor);
 
     RemoteTcpListener* listener_ = nullptr;
     std::shared_ptr<const RemoteSnapshotStore> store_;

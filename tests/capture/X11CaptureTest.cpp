@@ -187,6 +187,35 @@ TEST_F(X11CaptureTest, CursorAppearsOnlyInsideTheTarget) {
     EXPECT_EQ(backend.openStreamCount(), 1);
 }
 
+TEST_F(X11CaptureTest, WindowCaptureShowsTheCursorOnlyOverTheWindow) {
+    const QColor teal(0, 128, 128);
+    auto target = test::colourWindow(teal, QRect(300, 300, 400, 300), "Cursor Window", true);
+    const std::uint32_t id = windowIdOf("Cursor Window");
+    ASSERT_NE(id, 0u);
+    test::X11TestClient client(display());
+    client.warpPointer(1500, 900);
+
+    ScreenCaptureViewModel model(backend, hub);
+    model.startCapture(window(id), CaptureQuality::forOrdinal(2));
+    ASSERT_TRUE(test::waitUntil([&] {
+        const QImage f = model.capturedImage();
+        return !f.isNull() && test::pixelsUnlike(f, QRect(0, 0, 400, 300), teal) == 0;
+    }));
+    const QRect bounds = model.windowFrame();
+    ASSERT_EQ(bounds.size(), QSize(400, 300));
+
+    // The pointer 100 px into the window puts the cursor there in the frame.
+    client.warpPointer(bounds.x() + 100, bounds.y() + 100);
+    ASSERT_TRUE(test::waitUntil([&] { return model.isMouseOverWindow(); }));
+    const QImage inside = freshFrame(model);
+    EXPECT_GT(test::pixelsUnlike(inside, QRect(85, 85, 30, 30), teal), 10);
+    EXPECT_EQ(test::pixelsUnlike(inside, QRect(250, 200, 100, 80), teal), 0);
+
+    client.warpPointer(1500, 900);
+    ASSERT_TRUE(test::waitUntil([&] { return !model.isMouseOverWindow(); }));
+    EXPECT_EQ(test::pixelsUnlike(freshFrame(model), QRect(0, 0, 400, 300), teal), 0);
+}
+
 TEST_F(X11CaptureTest, ScreenWithoutStoredIdNeverShowsTheCursor) {
     const QColor grey(90, 90, 90);
     auto background = test::colourWindow(grey, QRect(0, 0, 960, 1080), "background", false);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QTcpServer>
+#include <atomic>
+#include <vector>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -287,4 +289,37 @@ TEST(HttpListenerStart, DefaultsBeforeAnyStart) {
     ASSERT_TRUE(waitUntil([&] { return looked; }));
     EXPECT_EQ(manager.localIP().toStdString(), selectLocalAddress(listInterfaceAddresses()));
     EXPECT_EQ(manager.accessUrl().toStdString(), "http://" + manager.localIP().toStdString() + ":8999");
+}
+
+TEST_F(HttpLoopback, ParallelClientsWhileTheSessionKeepsChanging) {
+    const std::string first = expected200(R"({"scenes":[{"name":"Intro","index":0,"isActive":true},)"
+                                          R"({"name":"Talk","index":1,"isActive":false},)"
+                                          R"({"name":"Outro","index":2,"isActive":false}],"activeScene":0})");
+    const std::string second = expected200(R"({"scenes":[{"name":"Intro","index":0,"isActive":false},)"
+                                           R"({"name":"Talk","index":1,"isActive":true},)"
+                                           R"({"name":"Outro","index":2,"isActive":false}],"activeScene":1})");
+    std::atomic<int> good{0};
+    std::atomic<int> bad{0};
+    std::atomic<bool> running{true};
+    std::vector<std::thread> clients;
+    for (int c = 0; c < 4; ++c) {
+        clients.emplace_back([&] {
+            for (int i = 0; i < 150; ++i) {
+                const std::string reply = exchange(port, "GET /api/scenes HTTP/1.1\r\n\r\n");
+                (reply == first || reply == second ? good : bad)++;
+            }
+        });
+    }
+    std::thread watcher([&] {
+        for (auto& client : clients) client.join();
+        running = false;
+    });
+    int publishes = 0;
+    while (running && publishes < 100000) {  // the main thread republishes as fast as it can
+        session->setActiveIndex(publishes++ % 2);
+    }
+    watcher.join();
+    EXPECT_EQ(bad.load(), 0);
+    EXPECT_EQ(good.load(), 600);
+    EXPECT_GT(publishes, 1);
 }

@@ -189,7 +189,7 @@ TEST_F(HttpLoopback, ReplyDoesNotWaitForABlockedMainThread) {
     EXPECT_EQ(session->liveUpdates(), 0);
     client.join();
     EXPECT_EQ(reply, expected200(R"({"success":true,"message":"Live updated"})"));
-    EXPECT_LT(elapsed, 300ms);
+    EXPECT_LT(elapsed, 500ms);  // far below the second the main thread is held
     ASSERT_TRUE(waitUntil([&] { return session->liveUpdates() == 1; }));
 }
 

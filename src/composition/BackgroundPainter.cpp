@@ -56,12 +56,28 @@ void BackgroundPainter::paintDirect(QPainter& painter, QSizeF canvas, const Stre
     painter.fillRect(rect, g);
 }
 
-void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene) {
-    if (scene.backgroundType != BackgroundType::gradient || scene.gradientColors.empty()) {
-        paintDirect(painter, canvas, scene);
+void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene, QRect covered) {
+    const bool gradient = scene.backgroundType == BackgroundType::gradient && !scene.gradientColors.empty();
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    // The parts of the canvas around `covered`: above, below, left, right.
+    const QRect all = QRectF(QPointF(0, 0), canvas).toAlignedRect();
+    QRect strips[4] = {all, {}, {}, {}};
+    const QRect hole = covered.intersected(all);
+    if (!hole.isEmpty() && dpr == 1.0) {
+        strips[0] = QRect(all.left(), all.top(), all.width(), hole.top() - all.top());
+        strips[1] = QRect(all.left(), hole.bottom() + 1, all.width(), all.bottom() - hole.bottom());
+        strips[2] = QRect(all.left(), hole.top(), hole.left() - all.left(), hole.height());
+        strips[3] = QRect(hole.right() + 1, hole.top(), all.right() - hole.right(), hole.height());
+    }
+    if (!gradient) {
+        if (strips[1].isNull()) {
+            paintDirect(painter, canvas, scene);
+            return;
+        }
+        for (const QRect& r : strips)
+            if (!r.isEmpty()) painter.fillRect(r, ColorConvert::from(scene.backgroundColor));
         return;
     }
-    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
     std::size_t key = hashFields(scene.gradientDirection, canvas.width(), canvas.height(), dpr);
     bool opaque = true;
     for (const CodableColor& c : scene.gradientColors) {
@@ -77,7 +93,12 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
         QPainter p(&cached_);
         paintDirect(p, canvas, scene);
     }
-    painter.drawImage(QRectF(QPointF(0, 0), canvas), cached_);
+    if (strips[1].isNull()) {
+        painter.drawImage(QRectF(QPointF(0, 0), canvas), cached_);
+        return;
+    }
+    for (const QRect& r : strips)
+        if (!r.isEmpty()) painter.drawImage(r.topLeft(), cached_, r);
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 #include <QSizeF>
 
 #include "document/StreamingScene.h"
@@ -15,7 +16,8 @@ namespace orvane {
 // the canvas size stay.
 class BackgroundPainter {
 public:
-    void paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene);
+    // `covered`, in canvas pixels, is left out: something opaque goes there.
+    void paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene, QRect covered = {});
 
     // Paints the background directly, with no cache.
     static void paintDirect(QPainter& painter, QSizeF canvas, const StreamingScene& scene);

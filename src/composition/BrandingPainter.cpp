@@ -4,6 +4,7 @@
 #include <QImageReader>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <cmath>
 
 #include "composition/BrandingGeometry.h"
@@ -42,9 +43,16 @@ QImage BrandingPainter::renderPlate(const BrandingConfig& b, QSizeF canvas, qrea
     *placed = layout.box;
     if (layout.box.isEmpty()) return {};
 
-    // Room around the box for the text shadow.
+    // Room around the box for the text shadow, out to whole pixels so that
+    // the cached plate is copied and not resampled.
     const double bleed = 4;
-    const QRectF area = layout.box.adjusted(-bleed, -bleed, bleed, bleed);
+    const QRectF grown = layout.box.adjusted(-bleed, -bleed, bleed, bleed);
+    const QPoint pixelTopLeft(static_cast<int>(std::floor(grown.left() * dpr)),
+                              static_cast<int>(std::floor(grown.top() * dpr)));
+    const QPoint pixelBottomRight(static_cast<int>(std::ceil(grown.right() * dpr)),
+                                  static_cast<int>(std::ceil(grown.bottom() * dpr)));
+    const QRectF area(QPointF(pixelTopLeft) / dpr, QSizeF(QSize(pixelBottomRight.x() - pixelTopLeft.x(),
+                                                                pixelBottomRight.y() - pixelTopLeft.y())) / dpr);
     QImage image((area.size() * dpr).toSize().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(dpr);
     image.fill(Qt::transparent);
@@ -69,6 +77,10 @@ QImage BrandingPainter::renderPlate(const BrandingConfig& b, QSizeF canvas, qrea
         p.setPen(ColorConvert::from(b.textColor));
         p.drawText(layout.text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
     }
+    // The opacity applies to the plate as a whole: baked in once.
+    p.resetTransform();
+    p.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    p.fillRect(QRectF(QPointF(0, 0), area.size()), QColor::fromRgbF(0, 0, 0, float(std::clamp(b.opacity, 0.0, 1.0))));
     *placed = area;
     return image;
 }
@@ -83,10 +95,7 @@ void BrandingPainter::paint(QPainter& painter, QSizeF canvas, const BrandingConf
         plate_ = renderPlate(branding, canvas, dpr, &plateRect_);
     }
     if (plate_.isNull()) return;
-    painter.save();
-    painter.setOpacity(painter.opacity() * std::clamp(branding.opacity, 0.0, 1.0));
-    painter.drawImage(plateRect_, plate_);
-    painter.restore();
+    painter.drawImage(plateRect_.topLeft(), plate_);
 }
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "composition/ColorConvert.h"
 #include "composition/PixelFont.h"
@@ -10,6 +11,16 @@
 #include "document/HashCombine.h"
 
 namespace orvane {
+
+namespace {
+
+QRect alignedRect(QRectF r, qreal dpr) {
+    const QPoint topLeft(static_cast<int>(std::floor(r.left() * dpr)), static_cast<int>(std::floor(r.top() * dpr)));
+    const QPoint bottomRight(static_cast<int>(std::ceil(r.right() * dpr)), static_cast<int>(std::ceil(r.bottom() * dpr)));
+    return QRect(topLeft, QSize(std::max(1, bottomRight.x() - topLeft.x()), std::max(1, bottomRight.y() - topLeft.y())));
+}
+
+}  // namespace
 
 std::vector<ProgressStep> ProgressBarPainter::orderedSteps(const ProgressBarConfig& config) {
     std::vector<ProgressStep> steps = config.steps;
@@ -20,15 +31,17 @@ std::vector<ProgressStep> ProgressBarPainter::orderedSteps(const ProgressBarConf
 
 QImage ProgressBarPainter::renderStrip(const ProgressBarConfig& config, QSizeF canvas, qreal dpr, QRectF* placed) {
     const ProgressStripMetrics m = ProgressBarGeometry::metrics(config, canvas);
-    *placed = m.strip;
     if (m.strip.width() < 0.5 || m.strip.height() < 0.5) return {};
-    QImage image((m.strip.size() * dpr).toSize().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    // Whole pixels, so that the cached strip is copied and not resampled.
+    const QRect area = alignedRect(m.strip, dpr);
+    *placed = QRectF(QPointF(area.topLeft()) / dpr, QSizeF(area.size()) / dpr);
+    QImage image(area.size(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(dpr);
     image.fill(Qt::transparent);
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
-    p.translate(-m.strip.topLeft());
+    p.translate(-placed->topLeft());
     p.fillRect(m.strip, ColorConvert::from(config.backgroundColor));
 
     const QColor completed = ColorConvert::from(config.completedColor);
@@ -82,6 +95,10 @@ QImage ProgressBarPainter::renderStrip(const ProgressBarConfig& config, QSizeF c
         if (!last) p.fillRect(place.connector, step.isCompleted ? completed : pending);
         cursor = place.next;
     }
+    // The strip's opacity applies to it as a whole: baked in once.
+    p.resetTransform();
+    p.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    p.fillRect(QRectF(QPointF(0, 0), placed->size()), QColor::fromRgbF(0, 0, 0, float(std::clamp(config.opacity, 0.0, 1.0))));
     return image;
 }
 
@@ -93,10 +110,7 @@ void ProgressBarPainter::paint(QPainter& painter, QSizeF canvas, const ProgressB
         strip_ = renderStrip(config, canvas, dpr, &stripRect_);
     }
     if (strip_.isNull()) return;
-    painter.save();
-    painter.setOpacity(painter.opacity() * std::clamp(config.opacity, 0.0, 1.0));
-    painter.drawImage(stripRect_, strip_);
-    painter.restore();
+    painter.drawImage(stripRect_.topLeft(), strip_);
 }
 
 }  // namespace orvane

@@ -106,15 +106,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
     }
     const QRect hole(QPoint(int(std::ceil(covered.left())), int(std::ceil(covered.top()))),
                      QPoint(int(std::floor(covered.right())) - 1, int(std::floor(covered.bottom())) - 1));
-    if (hole.isValid() && hole.width() > 64 && hole.height() > 64) {
-        painter.save();
-        painter.setClipRegion(QRegion(QRectF(QPointF(0, 0), canvas).toAlignedRect()).subtracted(QRegion(hole)),
-                              Qt::IntersectClip);
-        background_.paint(painter, canvas, scene);
-        painter.restore();
-    } else {
-        background_.paint(painter, canvas, scene);
-    }
+    background_.paint(painter, canvas, scene, hole.isValid() && hole.width() > 64 && hole.height() > 64 ? hole : QRect());
     if (!pip) paintCamera();
 
     if (frames.contentFrame && hasScreens) {

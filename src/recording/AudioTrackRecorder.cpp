@@ -1,6 +1,7 @@
 #include "recording/AudioTrackRecorder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 #include "capture/linux/PulseAudioCapture.h"
@@ -10,8 +11,13 @@
 namespace orvane {
 
 namespace {
-constexpr double kReplaceThreshold_s = 0.2;
+// Corrections smaller than this are left alone: arrival times jitter.
+constexpr double kTolerance_s = 0.02;
+
+double steadySeconds(RecordingClock::Clock::time_point t) {
+    return std::chrono::duration<double>(t.time_since_epoch()).count();
 }
+}  // namespace
 
 AudioTrackRecorder::AudioTrackRecorder(QString label, QString source, AudioEncoder::Settings settings)
     : label_(std::move(label)), source_(std::move(source)), settings_(settings) {}
@@ -42,38 +48,41 @@ QString AudioTrackRecorder::finish() {
 }
 
 void AudioTrackRecorder::take(const float* samples, std::size_t frames) {
-    if (failed_ || !clock_->hasOrigin() || frames == 0) return;
+    if (failed_ || frames == 0) return;
     const double inputRate = PulseAudioCapture::kSampleRate;
-    const double chunk_s = static_cast<double>(frames) / inputRate;
-    // The chunk ended about when it arrived.
-    const double chunkStart_s = clock_->secondsAt(RecordingClock::Clock::now()) - chunk_s;
+    const double arrival_s = steadySeconds(RecordingClock::Clock::now());
+    inputFrames_ += static_cast<std::int64_t>(frames);
+    const double bound_s = arrival_s - static_cast<double>(inputFrames_) / inputRate;
+    if (!hasDeviceStart_ || bound_s < deviceStart_s_) {
+        hasDeviceStart_ = true;
+        deviceStart_s_ = bound_s;
+    }
+    if (!clock_->hasOrigin()) return;  // pre-roll
+
+    // Where this chunk's first sample belongs, from the origin.
+    const double chunkStart_s = deviceStart_s_ +
+                                static_cast<double>(inputFrames_ - static_cast<std::int64_t>(frames)) / inputRate -
+                                steadySeconds(clock_->origin());
+    if (clock_->hasEnd() && chunkStart_s >= clock_->secondsAt(clock_->end())) return;
+    const double gap_s = chunkStart_s - writeCursor_s_;
+    std::size_t skip = 0;
     QString failure;
-    if (!placed_) {
-        if (chunkStart_s + chunk_s <= 0) return;  // pre-roll
-        std::size_t skip = 0;
-        if (chunkStart_s < 0) skip = std::min(frames, static_cast<std::size_t>(std::lround(-chunkStart_s * inputRate)));
-        placed_ = true;
-        placedAt_s_ = std::max(0.0, chunkStart_s);
-        inputFramesPlaced_ = 0;
-        encoder_.startAt(0);
-        failure = encoder_.writeSilence(std::llround(placedAt_s_ * AudioEncoder::kSampleRate));
-        if (failure.isEmpty()) {
-            failure = encoder_.write(samples + skip * PulseAudioCapture::kChannels, frames - skip);
-            inputFramesPlaced_ += static_cast<std::int64_t>(frames - skip);
-        }
-    } else {
-        const double counted_s = placedAt_s_ + static_cast<double>(inputFramesPlaced_) / inputRate;
-        const double drift_s = chunkStart_s - counted_s;  // > 0: the device fell behind
-        if (drift_s > kReplaceThreshold_s) {
-            failure = encoder_.writeSilence(std::llround(drift_s * AudioEncoder::kSampleRate));
-            inputFramesPlaced_ += std::llround(drift_s * inputRate);
-        } else if (drift_s < -kReplaceThreshold_s) {
-            return;  // more sound than time has passed: this chunk goes
-        }
-        if (failure.isEmpty()) {
-            failure = encoder_.write(samples, frames);
-            inputFramesPlaced_ += static_cast<std::int64_t>(frames);
-        }
+    if (gap_s > kTolerance_s) {
+        if (writeCursor_s_ > 0) logLine("🎚️ " + label_.toStdString() + " track: " + std::to_string(gap_s) + " s of silence");
+        failure = encoder_.writeSilence(std::llround(gap_s * AudioEncoder::kSampleRate));
+        writeCursor_s_ += gap_s;
+    } else if (gap_s < -kTolerance_s) {
+        skip = std::min(frames, static_cast<std::size_t>(std::llround(-gap_s * inputRate)));
+    }
+    std::size_t take = frames - skip;
+    if (clock_->hasEnd()) {
+        const double end_s = clock_->secondsAt(clock_->end());
+        const double room_s = end_s - std::max(writeCursor_s_, chunkStart_s + static_cast<double>(skip) / inputRate);
+        take = std::min(take, static_cast<std::size_t>(std::max<long long>(0, std::llround(room_s * inputRate))));
+    }
+    if (failure.isEmpty() && take > 0) {
+        failure = encoder_.write(samples + skip * PulseAudioCapture::kChannels, take);
+        writeCursor_s_ += static_cast<double>(take) / inputRate;
     }
     if (!failure.isEmpty()) {
         failed_ = true;

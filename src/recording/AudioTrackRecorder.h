@@ -19,10 +19,14 @@ class RecordingClock;
 // One audio track of a recording: a sound-server source recorded on its own
 // thread, placed on the recording's clock and encoded as it arrives.
 //
-// Placement: the first chunk after the origin is dated by its arrival minus
-// its own length; from then on samples are counted. When the count and the
-// arrivals part by more than a fifth of a second (a device that stalled or
-// hurried), the track is re-placed with silence or by skipping.
+// Placement: a chunk cannot arrive before its last sample was taken, so
+// "arrival minus samples so far" bounds the moment the device's first
+// sample was taken; the smallest such bound is the device's start on the
+// steady clock. Servers hand over sound in lumps at first (a sink's monitor
+// finishes its current long block), so the device starts before the
+// recording's origin and the bound settles in that pre-roll. Each chunk then
+// lands where its samples belong: a gap becomes silence, sound that belongs
+// before what was written already is dropped.
 class AudioTrackRecorder {
 public:
     using FailureHandler = std::function<void(const QString&)>;
@@ -36,8 +40,8 @@ public:
     // Opens the encoder; the writer's stream comes next.
     QString openEncoder(bool globalHeader);
     AudioEncoder& encoder() { return encoder_; }
-    // Starts recording from the device; samples before the clock's origin
-    // are dropped. Empty on success.
+    // Starts recording from the device, before the clock's origin is set;
+    // samples before the origin are dropped. Empty on success.
     QString start(const RecordingClock& clock, FailureHandler onFailure);
     // Stops the device, then writes the rest of the track.
     QString finish();
@@ -57,9 +61,10 @@ private:
     std::unique_ptr<PulseAudioCapture> capture_;
 
     // Capture thread only.
-    bool placed_ = false;
-    double placedAt_s_ = 0;          // where the first placed sample lies on the clock
-    std::int64_t inputFramesPlaced_ = 0;  // input frames since that sample
+    std::int64_t inputFrames_ = 0;  // since the device started
+    bool hasDeviceStart_ = false;
+    double deviceStart_s_ = 0;      // steady clock, seconds since its epoch
+    double writeCursor_s_ = 0;      // where the next written sample lands, from the origin
     bool failed_ = false;
 };
 

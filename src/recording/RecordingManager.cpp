@@ -143,22 +143,17 @@ void RecordingManager::startRecording(StreamManager& streamManager) {
     const VideoQualityRow row = videoQualityRow(videoQuality_);
     logLine("🎥 Recording program output: " + std::to_string(row.width) + "x" + std::to_string(row.height));
 
-    // The settle time of a start stays, as a timer: the main thread goes on.
-    QTimer::singleShot(kSettleTime, this, [this, generation] { continueStart(generation); });
-}
-
-void RecordingManager::continueStart(quint64 generation) {
-    if (generation != generation_ || recordingStatus_ != RecordingStatus::preparing || !outputURL_) return;
     RecordingPlan plan;
-    plan.path = outputURL_->toLocalFile();
+    plan.path = output.url->toLocalFile();
     plan.format = outputFormat_;
     plan.videoQuality = videoQuality_;
     plan.systemAudio = includeAudio_ && includeSystemAudio_;
     plan.microphone = includeAudio_ && includeMicrophone_;
     if (selectedMicrophone_) plan.microphoneSource = selectedMicrophone_->id;
-
+    // Set up now, so that the sound devices' first lumps and the render
+    // thread's first frame fall into the settle time.
     auto session = std::make_unique<RecordingSession>(plan, snapshots_);
-    const QString failure = session->start([this, generation](const QString& message) {
+    const QString failure = session->prepare([this, generation](const QString& message) {
         QMetaObject::invokeMethod(this, [this, generation, message] { writerFailed(generation, message); },
                                   Qt::QueuedConnection);
     });
@@ -169,11 +164,18 @@ void RecordingManager::continueStart(quint64 generation) {
         return;
     }
     session_ = std::move(session);
+    // The settle time of a start stays, as a timer: the main thread goes on.
+    QTimer::singleShot(kSettleTime, this, [this, generation] { continueStart(generation); });
+}
+
+void RecordingManager::continueStart(quint64 generation) {
+    if (generation != generation_ || recordingStatus_ != RecordingStatus::preparing || !session_) return;
+    session_->start();
     setRecordingStatus(RecordingStatus::recording);
     setIsRecording(true);
     recordingStartTime_ = std::chrono::steady_clock::now();
     recordingTimer_.start();
-    logLine("🔴 Recording started: " + QFileInfo(plan.path).fileName().toStdString());
+    logLine("🔴 Recording started: " + QFileInfo(session_->plan().path).fileName().toStdString());
 }
 
 void RecordingManager::failStart(const QString& description) {
@@ -199,7 +201,13 @@ void RecordingManager::stopRecording() {
 }
 
 void RecordingManager::writerFailed(quint64 generation, const QString& message) {
-    if (generation != generation_ || !session_ || recordingStatus_ != RecordingStatus::recording) return;
+    if (generation != generation_ || !session_) return;
+    if (recordingStatus_ == RecordingStatus::preparing) {
+        finishInBackground(std::move(session_), 0, false);
+        failStart(message);
+        return;
+    }
+    if (recordingStatus_ != RecordingStatus::recording) return;
     recordingTimer_.stop();
     recordingStartTime_.reset();
     logLine("❌ Recording error: " + message.toStdString());

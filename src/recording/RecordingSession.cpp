@@ -14,7 +14,7 @@ RecordingSession::RecordingSession(RecordingPlan plan, std::shared_ptr<ProgramSn
 
 RecordingSession::~RecordingSession() { finish(); }
 
-QString RecordingSession::start(FailureHandler onFailure) {
+QString RecordingSession::prepare(FailureHandler onFailure) {
     onFailure_ = std::move(onFailure);
     writer_ = std::make_unique<MovieWriter>();
     if (QString failure = writer_->create(plan_.path, plan_.format); !failure.isEmpty()) return failure;
@@ -58,8 +58,7 @@ QString RecordingSession::start(FailureHandler onFailure) {
     }
     if (QString failure = writer_->open(); !failure.isEmpty()) return failure;
 
-    // Devices first: their sound before the origin is dropped, so both
-    // tracks and the picture begin together.
+    // Devices first: their sound before the origin only dates them.
     const auto audioFailed = [this](const QString& message) { reportFailure(message); };
     if (systemAudio_) {
         if (QString failure = systemAudio_->start(clock_, audioFailed); !failure.isEmpty())
@@ -74,9 +73,14 @@ QString RecordingSession::start(FailureHandler onFailure) {
                 (plan_.microphoneSource.isEmpty() ? std::string("default input") : plan_.microphoneSource.toStdString()));
     }
     pipeline_ = std::make_unique<VideoPipeline>(QSize(row.width, row.height), snapshots_, *video_);
-    clock_.setOrigin(RecordingClock::Clock::now());
     pipeline_->start(clock_, [this](const QString& message) { reportFailure(message); });
     return {};
+}
+
+void RecordingSession::start() {
+    if (!pipeline_ || clock_.hasOrigin()) return;
+    clock_.setOrigin(RecordingClock::Clock::now());
+    pipeline_->begin();
 }
 
 QString RecordingSession::finish() {
@@ -86,6 +90,7 @@ QString RecordingSession::finish() {
     const auto keep = [&result](const QString& failure) {
         if (result.isEmpty() && !failure.isEmpty()) result = failure;
     };
+    if (clock_.hasOrigin()) clock_.setEnd(RecordingClock::Clock::now());
     if (pipeline_) keep(pipeline_->stop());
     if (systemAudio_) keep(systemAudio_->finish());
     if (microphone_) keep(microphone_->finish());

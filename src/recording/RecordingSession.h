@@ -40,9 +40,11 @@ public:
     RecordingSession(const RecordingSession&) = delete;
     RecordingSession& operator=(const RecordingSession&) = delete;
 
-    // Sets everything up and starts; the first frame is due at once. Empty
-    // on success; on failure, what was started is stopped again.
-    QString start(FailureHandler onFailure);
+    // Sets everything up and opens the sound devices, which run ahead of
+    // the recording (their sound is dropped until start()). Empty on success.
+    QString prepare(FailureHandler onFailure);
+    // Sets the clock's origin: the first frame is due now.
+    void start();
     // Stops the capture and closes the file; blocks until it is closed.
     // Empty on success, else why the file is incomplete.
     QString finish();

@@ -13,6 +13,8 @@ namespace orvane {
 namespace {
 constexpr auto kFrameInterval = std::chrono::duration_cast<RecordingClock::Clock::duration>(
     std::chrono::duration<double>(1.0 / VideoEncoder::kFramesPerSecond));
+// How far behind the render thread may fall and still draw every frame.
+constexpr auto kCatchUp = 3 * kFrameInterval;
 }
 
 VideoPipeline::VideoPipeline(QSize size, std::shared_ptr<ProgramSnapshotStore> snapshots, VideoEncoder& encoder)
@@ -25,6 +27,13 @@ void VideoPipeline::start(const RecordingClock& clock, FailureHandler onFailure)
     onFailure_ = std::move(onFailure);
     encodeThread_ = std::jthread([this](std::stop_token stop) { encodeLoop(stop); });
     renderThread_ = std::jthread([this](std::stop_token stop) { renderLoop(stop); });
+}
+
+void VideoPipeline::begin() {
+    {
+        std::lock_guard lock(waitMutex_);  // so that the render thread cannot miss the wake-up
+    }
+    wake_.notify_all();
 }
 
 QString VideoPipeline::stop() {
@@ -42,6 +51,18 @@ QString VideoPipeline::stop() {
 void VideoPipeline::renderLoop(std::stop_token stop) {
     using Clock = RecordingClock::Clock;
     ProgramFramePainter painter;
+    {
+        // A first frame costs what later ones do not; it is drawn before the
+        // clock runs.
+        QImage warmUp = queue_.takeBuffer();
+        if (std::shared_ptr<const ProgramSnapshot> snapshot = snapshots_->latest()) {
+            QPainter p(&warmUp);
+            painter.paint(p, size_, *snapshot, std::chrono::duration<double>(Clock::now().time_since_epoch()).count());
+        }
+        queue_.recycle(std::move(warmUp));
+        std::unique_lock lock(waitMutex_);
+        wake_.wait(lock, stop, [this] { return clock_->hasOrigin(); });
+    }
     std::int64_t frameIndex = 0;
     while (!stop.stop_requested()) {
         const Clock::time_point due = clock_->origin() + frameIndex * kFrameInterval;
@@ -50,8 +71,10 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
             wake_.wait_until(lock, stop, due, [] { return false; });
         }
         if (stop.stop_requested()) break;
+        // A frame drawn a little late keeps its time; one that is more than
+        // the catch-up allowance behind goes, with all others behind.
         const Clock::duration late = Clock::now() - due;
-        if (late >= kFrameInterval) {
+        if (late > kCatchUp) {
             const std::int64_t missed = late / kFrameInterval;
             dropped_ += missed;
             frameIndex += missed;

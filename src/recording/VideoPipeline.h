@@ -24,9 +24,10 @@ class VideoEncoder;
 // recording's clock (frame n is due n/30 s after the origin); the encoder
 // thread converts and encodes. Neither waits for the main thread.
 //
-// A frame whose time has passed by a whole frame interval before it could
-// be drawn, or that finds the encoder's queue full, is dropped and counted;
-// the file then simply has no frame at that time.
+// A frame whose time has passed by more than three frame intervals before it
+// could be drawn, or that finds the encoder's queue full, is dropped and
+// counted; the file then simply has no frame at that time. Frames keep the
+// time they were due at, however late they are drawn.
 class VideoPipeline {
 public:
     using FailureHandler = std::function<void(const QString&)>;
@@ -37,8 +38,11 @@ public:
     VideoPipeline(const VideoPipeline&) = delete;
     VideoPipeline& operator=(const VideoPipeline&) = delete;
 
-    // The clock's origin must be set.
+    // Starts the threads; the render thread composes one frame to warm its
+    // caches (fonts, images) and then waits for begin().
     void start(const RecordingClock& clock, FailureHandler onFailure);
+    // The clock's origin is set: frame 0 is due now.
+    void begin();
     // Stops composing, encodes what is queued and drains the encoder.
     QString stop();
 

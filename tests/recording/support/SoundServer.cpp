@@ -46,15 +46,27 @@ QString SoundServer::start() {
 
     const QString sink = QString::fromLatin1(kSink);
     const QString microphone = QString::fromLatin1(kMicrophone);
+    const QString microphoneSink = QString::fromLatin1(kMicrophoneSink);
     for (const QStringList& args :
          {QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + sink},
-          QStringList{"pactl", "load-module", "module-sine-source", "source_name=" + microphone,
-                      "frequency=" + QString::number(kMicrophoneFrequency_hz)},
+          QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + microphoneSink},
+          QStringList{"pactl", "load-module", "module-remap-source", "master=" + microphoneSink + ".monitor",
+                      "source_name=" + microphone},
           QStringList{"pactl", "set-default-sink", sink}, QStringList{"pactl", "set-default-source", microphone}}) {
         if (const QString failure = runTool(args); !failure.isEmpty()) return failure;
     }
     ::setenv("XDG_RUNTIME_DIR", dir.toLocal8Bit().constData(), 1);
     ::setenv("PULSE_SERVER", ("unix:" + dir + "/pulse/native").toLocal8Bit().constData(), 1);
+
+    const QString voice = dir + QStringLiteral("/voice.wav");
+    if (const QString failure = runTool({"sox", "-n", "-r", "48000", "-c", "2", voice, "synth", "60", "sine",
+                                         QString::number(kMicrophoneFrequency_hz), "vol", "0.5"});
+        !failure.isEmpty())
+        return failure;
+    voice_ = std::make_unique<QProcess>();
+    voice_->setProcessEnvironment(environmentFor(dir));
+    voice_->start(QStringLiteral("paplay"), {QStringLiteral("--device=") + microphoneSink, voice});
+    if (!voice_->waitForStarted(5000)) return QStringLiteral("paplay did not start");
     return {};
 }
 
@@ -68,6 +80,11 @@ QString SoundServer::runTool(const QStringList& argv, int timeoutMs) const {
 }
 
 void SoundServer::stop() {
+    if (voice_ && voice_->state() != QProcess::NotRunning) {
+        voice_->kill();
+        voice_->waitForFinished(3000);
+    }
+    voice_.reset();
     if (pid_ <= 0) return;
     const auto pid = static_cast<pid_t>(pid_);
     ::kill(pid, SIGTERM);

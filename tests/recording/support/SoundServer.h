@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -9,13 +10,15 @@
 namespace orvane::test {
 
 // A private PulseAudio for one test: a null sink "orvane_rec_sink" as the
-// default sink, and a sine source "orvane_rec_mic" (440 Hz) as the default
-// source, which stands for a microphone. Started in a private runtime
-// directory, stopped by its pid.
+// default sink, and a microphone "orvane_rec_mic" as the default source: a
+// source remapped from a second null sink's monitor, into which the server
+// plays a 440 Hz tone from start() to stop(). Started in a private runtime
+// directory, stopped by its pid; the tone player too.
 class SoundServer {
 public:
     static constexpr const char* kSink = "orvane_rec_sink";
     static constexpr const char* kMicrophone = "orvane_rec_mic";
+    static constexpr const char* kMicrophoneSink = "orvane_rec_mic_sink";
     static constexpr int kMicrophoneFrequency_hz = 440;
 
     SoundServer() = default;
@@ -32,6 +35,7 @@ public:
 
 private:
     std::unique_ptr<QTemporaryDir> runtime_;
+    std::unique_ptr<QProcess> voice_;  // the microphone's tone
     qint64 pid_ = -1;
 };
 

@@ -25,7 +25,10 @@ Qt::Alignment horizontal(TextAlignment alignment) {
 double textBlock(QPainter* painter, const QPaintDevice* device, double left, double top, double width,
                  const QString& text, const QFont& font, const QColor& color, Qt::Alignment alignment,
                  double extraLineSpacing) {
-    QTextLayout layout(text, font, const_cast<QPaintDevice*>(device));
+    // The layout breaks lines only at line separators, not at line feeds.
+    QString laidOut = text;
+    laidOut.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    QTextLayout layout(laidOut, font, const_cast<QPaintDevice*>(device));
     QTextOption option(alignment);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);

@@ -116,3 +116,19 @@ TEST(SlideImage, FailedAddressShowsFailedToLoad) {
 
 }  // namespace
 }  // namespace orvane
+
+namespace orvane {
+namespace {
+
+TEST(MarkdownRender, CodeBlockKeepsItsLines) {
+    const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);
+    double one = 0;
+    double three = 0;
+    renderColumn("```\na\n```", st, TextAlignment::leading, true, &one);
+    renderColumn("```\na\nb\nc\n```", st, TextAlignment::leading, true, &three);
+    // Two more lines of a 16 * 0.8 point font.
+    EXPECT_GT(three - one, 2 * 12.8);
+}
+
+}  // namespace
+}  // namespace orvane

@@ -18,7 +18,7 @@ QtTestEnvironment* QtTestEnvironment::instance() { return current; }
 void QtTestEnvironment::SetUp() {
     current = this;
     if (withDisplayServer_) {
-        const QString failure = server_.start();
+        const QString failure = server_.start(true, splitMonitors_);
         ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
         ::setenv("DISPLAY", server_.displayName().constData(), 1);
         ::setenv("QT_QPA_PLATFORM", "xcb", 1);

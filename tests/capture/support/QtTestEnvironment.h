@@ -15,7 +15,9 @@ namespace orvane::test {
 // widget application on a private Xvfb; without one it runs offscreen.
 class QtTestEnvironment : public ::testing::Environment {
 public:
-    explicit QtTestEnvironment(bool withDisplayServer) : withDisplayServer_(withDisplayServer) {}
+    // splitMonitors: two monitors side by side, else one of 1920x1080.
+    explicit QtTestEnvironment(bool withDisplayServer, bool splitMonitors = true)
+        : withDisplayServer_(withDisplayServer), splitMonitors_(splitMonitors) {}
     void SetUp() override;
     void TearDown() override;
 
@@ -24,6 +26,7 @@ public:
 
 private:
     bool withDisplayServer_;
+    bool splitMonitors_;
     TestDisplayServer server_;
     std::unique_ptr<QApplication> app_;
 };

@@ -120,6 +120,26 @@ TEST_F(X11CaptureTest, CoveredWindowKeepsShowingItsContent) {
     EXPECT_EQ(test::pixelsUnlike(covered, QRect(0, 0, 400, 300), Qt::green), 0);
 }
 
+TEST_F(X11CaptureTest, WindowCoveredBeforeTheCaptureStartsIsShownWhole) {
+    auto green = test::colourWindow(Qt::green, QRect(200, 200, 400, 300), "Hidden Window", true);
+    const std::uint32_t id = windowIdOf("Hidden Window");
+    ASSERT_NE(id, 0u);
+    auto cover = test::colourWindow(Qt::magenta, QRect(100, 100, 700, 600), "Cover", false);
+    test::X11TestClient client(display());
+    const QRect middle(green->geometry().center() - QPoint(20, 20), QSize(40, 40));
+    ASSERT_TRUE(test::waitUntil([&] {
+        return test::pixelsUnlike(client.screenPixels(middle), QRect(0, 0, 40, 40), Qt::magenta) == 0;
+    }));
+
+    // Redirected now, the window paints its whole self into its own pixmap.
+    ScreenCaptureViewModel model(backend, hub);
+    model.startCapture(window(id), CaptureQuality::forOrdinal(2));
+    EXPECT_TRUE(test::waitUntil([&] {
+        const QImage f = model.capturedImage();
+        return !f.isNull() && test::pixelsUnlike(f, QRect(0, 0, 400, 300), Qt::green) == 0;
+    }));
+}
+
 TEST_F(X11CaptureTest, StaleWindowIdFallsBackByOwnerAndTitleAtQualitySize) {
     auto target = test::colourWindow(QColor(0, 128, 255), QRect(300, 300, 320, 200), "Fallback Target", true);
     auto sibling = test::colourWindow(QColor(255, 128, 0), QRect(650, 300, 320, 200), "Sibling", true);

@@ -1,33 +1,56 @@
 #include <QApplication>
-#include <QLabel>
-#include <QListWidget>
-#include <QVBoxLayout>
-#include <QWidget>
+#include <QGuiApplication>
+#include <QScreen>
 
-#include "document/PresetStorage.h"
+#include "console/ContentView.h"
+#include "console/Theme.h"
+#include "console/WindowManager.h"
+#include "engine/StreamManager.h"
 
-// Until the console lands: a plain window listing the loaded presets and the
-// scene names of the first one.
+#ifdef ORVANE_HAVE_REMOTE
+#include "remote/WebServerManager.h"
+#endif
+#ifdef ORVANE_HAVE_CAPTURE
+#include "capture/ScreenCapturePermissionProbe.h"
+#include "capture/x11/X11CaptureBackend.h"
+#include "capture/x11/X11WindowRaiser.h"
+#include "console/PermissionsManager.h"
+#endif
+
+// Wires the subsystems into one application: the session, the console's
+// root view, and what exists of the remote server and the capture layer.
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
-    QApplication::setOrganizationName("OrvaneUI");
-    QApplication::setApplicationName("OrvaneUI");
+    QApplication::setOrganizationName(QStringLiteral("OrvaneUI"));
+    QApplication::setApplicationName(QStringLiteral("OrvaneUI"));
+    QApplication::setApplicationVersion(QStringLiteral(ORVANE_PROJECT_VERSION));
+    orvane::Theme::apply(app);
 
-    auto presets = orvane::PresetStorage::shared().loadPresets();
+    orvane::StreamManager streamManager;
 
-    QWidget window;
-    window.setWindowTitle("OrvaneUI");
-    auto* layout = new QVBoxLayout(&window);
-    auto* title = new QLabel(presets.empty() ? QStringLiteral("No presets yet")
-                                             : QString::fromStdString(presets.front().name));
-    title->setAccessibleName(title->text());
-    layout->addWidget(title);
-    auto* scenes = new QListWidget;
-    scenes->setAccessibleName(QStringLiteral("Scenes"));
-    if (!presets.empty())
-        for (const auto& scene : presets.front().scenes) scenes->addItem(QString::fromStdString(scene.name));
-    layout->addWidget(scenes);
-    window.resize(480, 360);
-    window.show();
+#ifdef ORVANE_HAVE_CAPTURE
+    // One X11 backend lists, probes and raises windows for the whole process.
+    orvane::X11CaptureBackend captureBackend;
+    streamManager.setWindowRaiser(std::make_shared<orvane::X11WindowRaiser>(captureBackend));
+    orvane::PermissionsManager::setDefaultProbe([&captureBackend] {
+        return orvane::ScreenCapturePermissionProbe(captureBackend).getScreenCapturePermissionStatus();
+    });
+#endif
+#ifdef ORVANE_HAVE_REMOTE
+    // Constructed but not started: the remote panel turns it on.
+    streamManager.setWebServerManager(new orvane::WebServerManager);
+#endif
+
+    orvane::WindowManager windowManager;
+    orvane::ContentView root(streamManager, windowManager);
+    root.setWindowTitle(QStringLiteral("OrvaneUI"));
+    root.setMinimumSize(900, 600);
+    root.resize(1440, 900);
+    if (QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect available = screen->availableGeometry();
+        root.resize(std::min(1440, available.width()), std::min(900, available.height()));
+        root.move(available.center() - QPoint(root.width() / 2, root.height() / 2));
+    }
+    root.show();
     return app.exec();
 }

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace orvane {
+
+class StreamManager;
+class SymbolButton;
+class VersionInfoView;
+
+// The bar along the bottom of the console: version, stream quality,
+// performance figures, the remote page's address, blur and performance.
+class BottomBarView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit BottomBarView(StreamManager& streamManager, QWidget* parent = nullptr);
+
+    VersionInfoView* versionInfoView() const { return version_; }
+    SymbolButton* blurButton() const { return blur_; }
+    SymbolButton* performanceButton() const { return performance_; }
+    QWidget* statsBlock() const { return stats_; }
+    QWidget* serverBlock() const { return server_; }
+
+private slots:
+    void refreshServer();
+
+private:
+    void refreshQuality();
+    void refreshToggles();
+    void refreshStats();
+    void watchServer();
+
+    StreamManager& streamManager_;
+    VersionInfoView* version_ = nullptr;
+    QToolButton* quality_ = nullptr;
+    QWidget* stats_ = nullptr;
+    QLabel* cpu_ = nullptr;
+    QLabel* memory_ = nullptr;
+    QLabel* fps_ = nullptr;
+    QWidget* server_ = nullptr;
+    QLabel* url_ = nullptr;
+    SymbolButton* blur_ = nullptr;
+    SymbolButton* performance_ = nullptr;
+    QPointer<QObject> watchedServer_;
+};
+
+}  // namespace orvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialog>
+
+class QSettings;
+class QLabel;
+
+namespace orvane {
+
+class OnboardingView;
+class PermissionsManager;
+class SymbolButton;
+
+// The later panel for the screen capture right and the welcome assistant.
+class PermissionsManagementView : public QDialog {
+    Q_OBJECT
+
+public:
+    PermissionsManagementView(QSettings& settings, QWidget* parent = nullptr);
+
+    PermissionsManager& permissionsManager() const { return *permissions_; }
+    void showOnboarding();
+
+private:
+    void refresh();
+    void handlePermissionRequest();
+
+    QSettings& settings_;
+    PermissionsManager* permissions_ = nullptr;
+    QWidget* panel_ = nullptr;
+    SymbolButton* badge_ = nullptr;
+    SymbolButton* configure_ = nullptr;
+    OnboardingView* onboarding_ = nullptr;
+};
+
+}  // namespace orvane

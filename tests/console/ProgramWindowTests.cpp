@@ -1,0 +1,139 @@
+#include <QApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "ConsoleTestSupport.h"
+#include "console/CenterContentView.h"
+#include "console/ConsoleWindowLayer.h"
+#include "console/DrawingOverlayWidget.h"
+#include "console/ProgramOutputWindow.h"
+#include "console/StreamPreviewView.h"
+#include "console/VirtualCameraOutputView.h"
+#include "document/PresetTemplates.h"
+
+namespace orvane {
+namespace {
+
+using test::LogCapture;
+using test::Session;
+
+ProgramOutputWindow* openWindow() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* window = qobject_cast<ProgramOutputWindow*>(w); window && window->isVisible()) return window;
+    return nullptr;
+}
+
+struct PopOut : ::testing::Test {
+    Session s;
+    std::unique_ptr<CenterContentView> center;
+
+    void SetUp() override {
+        Preset preset = createPreset("Pop", PresetTemplate::custom);
+        s.streamManager->setCurrentPreset(preset);
+        s.streamManager->switchToScene(preset.scenes.front());
+        s.streamManager->updateLive();
+        s.streamManager->setWindowLayer(std::make_shared<ConsoleWindowLayer>(*s.streamManager, nullptr));
+        center = std::make_unique<CenterContentView>(*s.streamManager, nullptr);
+        center->resize(1200, 500);
+        center->show();
+    }
+    void TearDown() override {
+        if (s.streamManager->isProgramWindowOpen()) s.streamManager->closeProgramWindow();
+        QApplication::processEvents();
+    }
+    void setHideWhenPopout(bool hide) {
+        Preset copy = *s.streamManager->currentPreset();
+        copy.hideProgramWhenPopout = hide;
+        s.streamManager->setCurrentPreset(copy);
+    }
+};
+
+TEST_F(PopOut, OpenCloseAndCloseByTheTitleBar) {
+    {
+        LogCapture log;
+        s.streamManager->openProgramWindow();
+        const std::string lines = log.text();
+        EXPECT_NE(lines.find("🎥 Virtual camera started"), std::string::npos);
+        EXPECT_NE(lines.find("📺 Virtual camera window opened"), std::string::npos);
+    }
+    EXPECT_TRUE(s.streamManager->isProgramWindowOpen());
+    ProgramOutputWindow* window = openWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("OrvaneUI - Virtual Camera Output"));
+    EXPECT_EQ(window->size(), QSize(1280, 720));
+    EXPECT_EQ(window->minimumSize(), QSize(640, 360));
+
+    {
+        LogCapture log;
+        s.streamManager->closeProgramWindow();
+        const std::string lines = log.text();
+        EXPECT_NE(lines.find("📺 Virtual camera window closed"), std::string::npos);
+        EXPECT_EQ(lines.find("closed by user"), std::string::npos);
+    }
+    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
+    QApplication::processEvents();
+    EXPECT_EQ(openWindow(), nullptr);
+
+    s.streamManager->openProgramWindow();
+    window = openWindow();
+    ASSERT_NE(window, nullptr);
+    {
+        LogCapture log;
+        window->QWidget::close();  // what the title bar's close button does
+        const std::string lines = log.text();
+        EXPECT_NE(lines.find("📺 Program window closed by user"), std::string::npos);
+    }
+    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
+    {
+        // Closing by the title bar left the camera running: no second start line.
+        LogCapture log;
+        s.streamManager->openProgramWindow();
+        const std::string lines = log.text();
+        EXPECT_EQ(lines.find("🎥 Virtual camera started"), std::string::npos);
+        EXPECT_NE(lines.find("📺 Virtual camera window opened"), std::string::npos);
+    }
+}
+
+TEST_F(PopOut, ProgramStageShowsThePlaceholderWhileHidden) {
+    setHideWhenPopout(true);
+    EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
+    s.streamManager->openProgramWindow();
+    EXPECT_TRUE(center->programStage()->isShowingPopOutPlaceholder());
+    s.streamManager->closeProgramWindow();
+    EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
+
+    setHideWhenPopout(false);
+    s.streamManager->openProgramWindow();
+    EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
+    // Closing by the title bar brings the stage back as well.
+    setHideWhenPopout(true);
+    EXPECT_TRUE(center->programStage()->isShowingPopOutPlaceholder());
+    openWindow()->QWidget::close();
+    EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
+}
+
+TEST_F(PopOut, DrawingMadeInThePopOutShowsOnTheProgramStage) {
+    setHideWhenPopout(false);
+    s.streamManager->openProgramWindow();
+    s.streamManager->toggleDrawingMode();
+    QApplication::processEvents();
+    ProgramOutputWindow* window = openWindow();
+    ASSERT_NE(window, nullptr);
+    DrawingOverlayWidget* popOutOverlay = window->outputView()->drawingOverlay();
+    ASSERT_TRUE(popOutOverlay->isVisible());
+    QTest::mousePress(popOutOverlay, Qt::LeftButton, {}, QPoint(40, 60));
+    QTest::mouseMove(popOutOverlay, QPoint(120, 60));
+    QTest::mouseRelease(popOutOverlay, Qt::LeftButton, {}, QPoint(200, 60));
+    ASSERT_EQ(s.streamManager->drawingShapes().size(), 1u);
+
+    DrawingOverlayWidget* stageOverlay = center->programStage()->drawingOverlay();
+    ASSERT_TRUE(stageOverlay->isVisible());
+    const QImage picture = center->programStage()->grab().toImage();
+    const QPoint onLine = stageOverlay->mapTo(center->programStage(), QPoint(120, 60));
+    const QColor c = picture.pixelColor(onLine);
+    EXPECT_GT(c.red(), 200) << c.name().toStdString();
+    EXPECT_LT(c.green(), 80) << c.name().toStdString();
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,152 @@
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "ConsoleTestSupport.h"
+#include "console/AddSceneView.h"
+#include "console/CenterContentView.h"
+#include "console/ContentView.h"
+#include "console/CreatePresetView.h"
+#include "console/MainStreamingView.h"
+#include "console/PresetSelectionView.h"
+#include "console/ProgramHeader.h"
+#include "console/StreamPreviewView.h"
+#include "console/TemplateCard.h"
+#include "document/PresetTemplates.h"
+
+namespace orvane {
+namespace {
+
+using test::Session;
+
+TEST(ConsoleShell, PresetScreenComesFirstThenConsoleThenBack) {
+    Session s;
+    Preset stored = createPreset("Stored", PresetTemplate::gaming);
+    s.storage->savePreset(stored);
+    ContentView root(*s.streamManager, s.windowManager);
+    root.resize(1280, 800);
+    root.show();
+    EXPECT_TRUE(root.showPresetSelection());
+    EXPECT_TRUE(root.presetSelectionView()->isVisible());
+    EXPECT_FALSE(root.mainStreamingView()->isVisible());
+    ASSERT_EQ(root.presetSelectionView()->presets().size(), 1u);
+
+    root.presetSelectionView()->selectPreset(root.presetSelectionView()->presets().front());
+    EXPECT_FALSE(root.showPresetSelection());
+    EXPECT_TRUE(root.mainStreamingView()->isVisible());
+    ASSERT_TRUE(s.streamManager->currentPreset());
+    EXPECT_EQ(s.streamManager->currentPreset()->id, stored.id);
+    ASSERT_TRUE(s.streamManager->activeScene());
+    EXPECT_EQ(s.streamManager->activeScene()->name, "Game Only");
+    EXPECT_EQ(s.settings().value(PresetStorage::lastSelectedPresetKey).toString().toStdString(), stored.id.toString());
+
+    emit root.mainStreamingView()->changePresetRequested();
+    EXPECT_TRUE(root.showPresetSelection());
+    EXPECT_TRUE(root.presetSelectionView()->isVisible());
+    // The session keeps the document open behind the preset screen.
+    EXPECT_TRUE(s.streamManager->currentPreset());
+}
+
+TEST(ConsoleShell, CreatingFromEachTemplateWritesTheFileAndOpensIt) {
+    for (PresetTemplate t : allCases<PresetTemplate>()) {
+        Session s;
+        ContentView root(*s.streamManager, s.windowManager);
+        root.resize(1280, 800);
+        root.show();
+        CreatePresetView* sheet = root.presetSelectionView()->showCreatePreset();
+        ASSERT_NE(sheet, nullptr);
+        EXPECT_FALSE(sheet->createButton()->isEnabled());
+        const std::string name = "My " + std::string(toString(t));
+        QTest::keyClicks(sheet->nameField(), QString::fromStdString(name));
+        EXPECT_TRUE(sheet->createButton()->isEnabled());
+        QTest::mouseClick(sheet->templateCard(t), Qt::LeftButton);
+        EXPECT_EQ(sheet->selectedTemplate(), t);
+        QTest::mouseClick(sheet->createButton(), Qt::LeftButton);
+
+        ASSERT_TRUE(s.streamManager->currentPreset()) << name;
+        const Preset& preset = *s.streamManager->currentPreset();
+        EXPECT_EQ(preset.name, name);
+        EXPECT_EQ(preset.scenes.size(), templateSceneNames(t).size());
+        EXPECT_TRUE(std::filesystem::exists(s.storage->fileFor(preset))) << name;
+        const auto onDisk = s.storage->loadPresets();
+        ASSERT_EQ(onDisk.size(), 1u);
+        EXPECT_EQ(onDisk.front().name, name);
+        EXPECT_FALSE(root.showPresetSelection());
+        ASSERT_TRUE(s.streamManager->activeScene());
+        EXPECT_EQ(s.streamManager->activeScene()->name, std::string(templateSceneNames(t).front()));
+    }
+}
+
+TEST(ConsoleShell, KeyOneTwiceWithinHalfASecondPutsSceneOneOnProgram) {
+    Session s;
+    s.storage->savePreset(createPreset("Keys", PresetTemplate::streaming));
+    ContentView root(*s.streamManager, s.windowManager);
+    root.resize(1280, 800);
+    root.show();
+    root.presetSelectionView()->selectPreset(root.presetSelectionView()->presets().front());
+    MainStreamingView* console = root.mainStreamingView();
+    // Start from another scene in preview, with nothing on air.
+    s.streamManager->switchToSceneAt(2);
+    EXPECT_FALSE(s.streamManager->programScene());
+    QApplication::setActiveWindow(&root);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == console; }, 2000));
+
+    QTest::keyClick(console, Qt::Key_1);
+    ASSERT_TRUE(s.streamManager->activeScene());
+    EXPECT_EQ(s.streamManager->activeScene()->name, "Screen Only");
+    EXPECT_FALSE(s.streamManager->programScene());
+    QTest::qWait(150);
+    QTest::keyClick(console, Qt::Key_1);
+    ASSERT_TRUE(s.streamManager->programScene());
+    EXPECT_EQ(s.streamManager->programScene()->name, "Screen Only");
+    EXPECT_EQ(console->centerContent()->programHeader()->subtitle(), QStringLiteral("Screen Only"));
+    ASSERT_TRUE(console->selectedScene());
+    EXPECT_EQ(console->selectedScene()->name, "Screen Only");
+}
+
+TEST(ConsoleShell, DigitTypedIntoAddSceneNameReachesTheField) {
+    Session s;
+    s.storage->savePreset(createPreset("Typing", PresetTemplate::streaming));
+    ContentView root(*s.streamManager, s.windowManager);
+    root.resize(1280, 800);
+    root.show();
+    root.presetSelectionView()->selectPreset(root.presetSelectionView()->presets().front());
+    s.streamManager->switchToSceneAt(2);
+    AddSceneView* sheet = root.mainStreamingView()->showAddScene();
+    QApplication::setActiveWindow(sheet);
+    sheet->nameField()->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == sheet->nameField(); }, 2000));
+
+    test::LogCapture log;
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_1);
+    const std::string lines = log.text();
+    EXPECT_EQ(sheet->nameField()->text(), QStringLiteral("11"));
+    EXPECT_EQ(s.streamManager->activeScene()->name, "Webcam Focus");
+    EXPECT_FALSE(s.streamManager->programScene());
+    EXPECT_NE(lines.find("🎹 Text field focused, ignoring shortcut"), std::string::npos) << lines;
+
+    QTest::mouseClick(sheet->addButton(), Qt::LeftButton);
+    ASSERT_TRUE(s.streamManager->activeScene());
+    EXPECT_EQ(s.streamManager->activeScene()->name, "11");
+    EXPECT_EQ(s.streamManager->currentPreset()->scenes.back().name, "11");
+}
+
+TEST(ConsoleShell, StagesStackBelowEightHundredPixels) {
+    Session s;
+    CenterContentView center(*s.streamManager, nullptr);
+    center.resize(799, 700);
+    center.show();
+    QApplication::processEvents();
+    EXPECT_TRUE(center.isStacked());
+    EXPECT_LT(center.previewStage()->mapTo(&center, QPoint()).y(), center.programStage()->mapTo(&center, QPoint()).y());
+    center.resize(800, 700);
+    QApplication::processEvents();
+    EXPECT_FALSE(center.isStacked());
+    EXPECT_LT(center.previewStage()->mapTo(&center, QPoint()).x(), center.programStage()->mapTo(&center, QPoint()).x());
+}
+
+}  // namespace
+}  // namespace orvane

@@ -49,9 +49,9 @@ void RemoteConnection::onReadable() {
     if (done_) return;
     if (answered_) {
         // Whatever follows the first receive is never looked at; it is only
-        // drained so that closing sends FIN rather than a reset.
-        // Once the peer has closed its side the descriptor stays readable;
-        // stop listening and let the write side finish.
+        // drained so that closing sends FIN rather than a reset. Once the
+        // peer has closed its side the descriptor stays readable, so stop
+        // listening and let the write side finish.
         if (!drainInput() && readNotifier_) readNotifier_->setEnabled(false);
         return;
     }

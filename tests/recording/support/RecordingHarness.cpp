@@ -11,13 +11,16 @@
 
 namespace orvane::test {
 
-RecordingHarness::RecordingHarness() : oldHome_(qgetenv("HOME")) {
+RecordingHarness::RecordingHarness() : RecordingHarness(QString()) {}
+
+RecordingHarness::RecordingHarness(const QString& home)
+    : homePath_(home.isEmpty() ? ownHome_.path() : home), oldHome_(qgetenv("HOME")) {
     // The documents folder follows HOME (no user-dirs file in a fresh home).
-    qputenv("HOME", home_.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", (home_.path() + "/.config").toLocal8Bit());
-    storage_ = std::make_unique<PresetStorage>(std::filesystem::path(home_.path().toStdString()) / "data");
+    qputenv("HOME", homePath_.toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", (homePath_ + "/.config").toLocal8Bit());
+    storage_ = std::make_unique<PresetStorage>(std::filesystem::path(homePath_.toStdString()) / "data");
     session_ = std::make_unique<StreamManager>(
-        *storage_, std::make_unique<QSettings>(home_.path() + "/settings.ini", QSettings::IniFormat));
+        *storage_, std::make_unique<QSettings>(homePath_ + "/settings.ini", QSettings::IniFormat));
     recorder_ = new RecordingManager(*session_);
     session_->setRecordingManager(recorder_);
     frames_ = std::make_shared<LiveFrameTable>();

@@ -22,10 +22,12 @@ namespace orvane::test {
 // test camera through the capture hub, and from fixed pictures.
 class RecordingHarness {
 public:
+    // A private home of its own, removed afterwards; or the given folder.
     RecordingHarness();
+    explicit RecordingHarness(const QString& home);
     ~RecordingHarness();
 
-    QString home() const { return home_.path(); }
+    QString home() const { return homePath_; }
     StreamManager& session() { return *session_; }
     RecordingManager& recorder() { return *recorder_; }
     LiveFrameTable& frames() { return *frames_; }
@@ -44,7 +46,8 @@ public:
     static QImage patternPicture(QSize size);
 
 private:
-    QTemporaryDir home_;
+    QTemporaryDir ownHome_;
+    QString homePath_;
     QByteArray oldHome_;
     std::unique_ptr<PresetStorage> storage_;
     std::unique_ptr<StreamManager> session_;

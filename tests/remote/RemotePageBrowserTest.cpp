@@ -121,3 +121,47 @@ TEST_F(RemotePageBrowser, SceneNamesAreTextNotMarkup) {
     driver->evaluate(QStringLiteral("setTimeout(() => alert('probe'), 0); true"));
     EXPECT_TRUE(waitUntil([&] { return driver->dialogCount() == 1; }, 3000));
 }
+
+TEST_F(RemotePageBrowser, LooksAsDesigned) {
+    EXPECT_PAGE(kActiveButtons, QJsonArray{0});
+    const auto style = [&](const char* selector, const char* property) {
+        return driver->evaluate(QStringLiteral("getComputedStyle(document.querySelector('%1')).%2")
+                                    .arg(QString::fromUtf8(selector), QString::fromUtf8(property)));
+    };
+    EXPECT_EQ(style("body", "backgroundImage"),
+              QStringLiteral("linear-gradient(135deg, rgb(33, 37, 41) 0%, rgb(52, 58, 64) 50%, rgb(73, 80, 87) 100%)"));
+    EXPECT_EQ(style("body", "color"), QStringLiteral("rgb(255, 255, 255)"));
+    EXPECT_EQ(style(".container", "maxWidth"), QStringLiteral("900px"));
+    EXPECT_EQ(style(".container", "borderTopLeftRadius"), QStringLiteral("16px"));
+    EXPECT_EQ(style(".container", "backgroundColor"), QStringLiteral("rgba(33, 37, 41, 0.95)"));
+    EXPECT_EQ(style("h1", "fontWeight"), QStringLiteral("600"));
+    EXPECT_EQ(style("#status", "color"), QStringLiteral("rgb(34, 197, 94)"));
+    EXPECT_EQ(style(".scene-button.active", "backgroundColor"), QStringLiteral("rgba(139, 92, 246, 0.2)"));
+    EXPECT_EQ(style(".scene-button.active", "borderTopColor"), QStringLiteral("rgb(139, 92, 246)"));
+    EXPECT_EQ(style(".scene-button.active", "color"), QStringLiteral("rgb(196, 181, 253)"));
+    EXPECT_EQ(style(".scene-button", "minHeight"), QStringLiteral("60px"));
+    EXPECT_EQ(style(".number", "position"), QStringLiteral("absolute"));
+    EXPECT_EQ(style(".number", "top"), QStringLiteral("8px"));
+    EXPECT_EQ(style(".number", "right"), QStringLiteral("10px"));
+    EXPECT_EQ(style(".number", "width"), QStringLiteral("24px"));
+    EXPECT_EQ(style("#liveButton", "textTransform"), QStringLiteral("uppercase"));
+    EXPECT_EQ(style("#liveButton", "backgroundImage"),
+              QStringLiteral("linear-gradient(135deg, rgb(139, 92, 246) 0%, rgb(168, 85, 247) 100%)"));
+    EXPECT_EQ(style("#blurButton", "backgroundColor"), QStringLiteral("rgba(255, 255, 255, 0.08)"));
+    // 800 px wide: the grid fits three columns of at least 180 px.
+    EXPECT_EQ(driver->evaluate(QStringLiteral(
+                  "getComputedStyle(document.getElementById('scenes')).gridTemplateColumns.split(' ').length")),
+              3);
+
+    // A telephone: two equal columns, the header stacked, a smaller title.
+    ASSERT_TRUE(driver->setViewport(400, 800));
+    EXPECT_PAGE(QStringLiteral("(() => { const c = getComputedStyle(document.getElementById('scenes'))"
+                               ".gridTemplateColumns.split(' '); return c.length === 2 && c[0] === c[1]; })()"),
+                true);
+    EXPECT_EQ(style(".header", "flexDirection"), QStringLiteral("column"));
+    EXPECT_EQ(style(".container", "paddingTop"), QStringLiteral("16px"));
+    EXPECT_EQ(driver->evaluate(QStringLiteral(
+                  "parseFloat(getComputedStyle(document.querySelector('h1')).fontSize) / "
+                  "parseFloat(getComputedStyle(document.querySelector('.header')).fontSize)")),
+              1.8);
+}

@@ -3,8 +3,8 @@
 
 Reads one JSON command a line on stdin and answers with one JSON line on
 stdout. Commands: navigate {url}, eval {expr}, click {selector, index},
-key {key}, dialogs, quit. Starts its own Chromium with a fresh profile and
-ends it by pid; talks only to 127.0.0.1.
+key {key}, viewport {width, height}, dialogs, quit. Starts its own Chromium
+with a fresh profile and ends it by pid; talks only to 127.0.0.1.
 """
 
 import json
@@ -177,6 +177,11 @@ def main():
                     answer({"ok": browser.click(command["selector"], command.get("index", 0))})
                 elif name == "key":
                     browser.key(command["key"])
+                    answer({"ok": True})
+                elif name == "viewport":
+                    browser.call("Emulation.setDeviceMetricsOverride",
+                                 {"width": command["width"], "height": command["height"],
+                                  "deviceScaleFactor": 1, "mobile": False})
                     answer({"ok": True})
                 elif name == "dialogs":
                     browser.pump(0.05)

@@ -69,6 +69,14 @@ bool PageDriver::key(const QString& key) {
         .toBool();
 }
 
+bool PageDriver::setViewport(int width, int height) {
+    return request({{QStringLiteral("cmd"), QStringLiteral("viewport")},
+                    {QStringLiteral("width"), width},
+                    {QStringLiteral("height"), height}})
+        .value(QStringLiteral("ok"))
+        .toBool();
+}
+
 int PageDriver::dialogCount() {
     const QJsonValue value = request({{QStringLiteral("cmd"), QStringLiteral("dialogs")}}).value(QStringLiteral("value"));
     return value.isArray() ? static_cast<int>(value.toArray().size()) : -1;

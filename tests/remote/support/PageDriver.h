@@ -22,6 +22,7 @@ public:
     QJsonValue evaluate(const QString& expression);
     bool click(const QString& selector, int index = 0);
     bool key(const QString& key);
+    bool setViewport(int width, int height);
     int dialogCount();
 
     // Evaluates until the result equals `expected` or the time is up.

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <cmath>
 
 #include "composition/CameraMask.h"
 #include "composition/ColorConvert.h"
@@ -27,7 +28,8 @@ QPainterPath CameraLayerPainter::clipPath(const CameraBox& box, CameraShape shap
         const double d = std::min(r.width(), r.height());
         path.addEllipse(QRectF(r.center().x() - d / 2, r.center().y() - d / 2, d, d));
     } else {
-        const double radius = std::clamp(cornerRadius, 0.0, std::min(r.width(), r.height()) / 2);
+        const double radius =
+            std::isfinite(cornerRadius) ? std::clamp(cornerRadius, 0.0, std::min(r.width(), r.height()) / 2) : 0.0;
         path.addRoundedRect(r, radius, radius);
     }
     return path;
@@ -41,7 +43,8 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
     painter.setClipPath(path, Qt::IntersectClip);
     if (frame.state == SourceFrame::State::frame && !frame.image.isNull()) {
         const QImage image = ImageAdjust::adjusted(frame.image, config.cameraBrightness, config.cameraContrast);
-        const QRectF zoomed = SourceFrameGeometry::cameraZoomRect(r.size(), std::max(0.01, config.cameraZoom))
+        const double cameraZoom = std::isfinite(config.cameraZoom) ? std::clamp(config.cameraZoom, 0.01, 100.0) : 1.0;
+        const QRectF zoomed = SourceFrameGeometry::cameraZoomRect(r.size(), cameraZoom)
                                   .translated(r.topLeft());
         const QRectF source = SourceFrameGeometry::aspectFillSource(image.size(), zoomed.size());
         painter.drawImage(zoomed, image, source);
@@ -80,7 +83,11 @@ void CameraLayerPainter::paint(QPainter& painter, QSizeF canvas, SceneLayout lay
                                const Source& camera, const SourceFrame& frame, double zoom) {
     const SourceConfiguration& config = camera.configuration;
     const CameraBox box = boxFor(config, layout, cameraFrame, canvas);
-    if (box.size.width() <= 0 || box.size.height() <= 0) return;
+    const QRectF placed = box.rect();
+    if (!(box.size.width() > 0 && box.size.height() > 0) || !std::isfinite(placed.left()) ||
+        !std::isfinite(placed.top()) || !std::isfinite(placed.width()) || !std::isfinite(placed.height()) ||
+        !std::isfinite(zoom) || placed.width() > 100000 || placed.height() > 100000)
+        return;
     const CameraShape shape = SceneLayoutHelper::cameraShapeForLayout(config.cameraShape, layout);
     const QPointF centre(canvas.width() / 2, canvas.height() / 2);
 

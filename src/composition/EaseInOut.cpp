@@ -24,6 +24,7 @@ double bezierSlope(double s, double a, double b) {
 }  // namespace
 
 double EaseInOut::value(double fraction) {
+    if (!std::isfinite(fraction)) return fraction > 0 ? 1 : 0;  // NaN counts as not started
     const double x = std::clamp(fraction, 0.0, 1.0);
     if (x <= 0) return 0;
     if (x >= 1) return 1;

@@ -15,6 +15,7 @@ namespace {
 // Target standard deviation, in pixels of the reduced picture.
 constexpr double kReducedSigma = 2.0;
 constexpr int kMaxSamples = 4;  // per axis, per reduced pixel
+constexpr int kMaxReduced = 4096;
 
 // Widths of three box passes whose combination approximates a Gaussian of
 // standard deviation sigma.
@@ -69,6 +70,7 @@ void boxLine(std::uint32_t* line, int count, int stride, int radius, std::uint32
 // each destination pixel's footprint.
 QImage reduce(const QImage& src, QSize size) {
     QImage out(size, QImage::Format_ARGB32_Premultiplied);
+    if (out.isNull()) return out;
     const int sw = src.width();
     const int sh = src.height();
     const int nx = std::clamp(static_cast<int>(std::ceil(double(sw) / size.width())), 1, kMaxSamples);
@@ -108,7 +110,7 @@ QImage reduce(const QImage& src, QSize size) {
 }  // namespace
 
 void FastBlur::blurInPlace(QImage& image, double sigma) {
-    if (image.isNull() || sigma < 0.3) return;
+    if (image.isNull() || !std::isfinite(sigma) || sigma < 0.3) return;
     if (image.format() != QImage::Format_ARGB32_Premultiplied)
         image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const int w = image.width();
@@ -116,6 +118,8 @@ void FastBlur::blurInPlace(QImage& image, double sigma) {
     const int stride = static_cast<int>(image.bytesPerLine() / 4);
     std::vector<std::uint32_t> scratch(static_cast<std::size_t>(std::max(w, h)));
     auto* bits = reinterpret_cast<std::uint32_t*>(image.bits());
+    // Beyond the picture's own size a wider blur changes nothing but cost.
+    sigma = std::min(sigma, double(std::max(w, h)));
     for (int width : boxWidths(sigma)) {
         const int radius = (width - 1) / 2;
         if (radius <= 0) continue;
@@ -125,7 +129,9 @@ void FastBlur::blurInPlace(QImage& image, double sigma) {
 }
 
 FastBlur::Blurred FastBlur::blur(const QImage& source, QSizeF drawnSize, double sigma) {
-    if (source.isNull() || drawnSize.width() < 1 || drawnSize.height() < 1 || sigma < 0.5) return {};
+    if (source.isNull() || !std::isfinite(sigma) || !std::isfinite(drawnSize.width()) ||
+        !std::isfinite(drawnSize.height()) || drawnSize.width() < 1 || drawnSize.height() < 1 || sigma < 0.5)
+        return {};
     const QImage* src = &source;
     QImage converted;
     if (source.format() != QImage::Format_ARGB32_Premultiplied && source.format() != QImage::Format_RGB32 &&
@@ -139,7 +145,11 @@ FastBlur::Blurred FastBlur::blur(const QImage& source, QSizeF drawnSize, double 
     const double factor = std::max(2.0, std::floor(sigma / kReducedSigma));
     const QSize reduced(std::max(1, static_cast<int>(std::ceil(drawnSize.width() / factor))),
                         std::max(1, static_cast<int>(std::ceil(drawnSize.height() / factor))));
+    // A picture drawn far larger than any screen gains nothing from a finer
+    // blur; past that size it is not blurred at all.
+    if (reduced.width() > kMaxReduced || reduced.height() > kMaxReduced) return {};
     const QImage small = reduce(*src, reduced);
+    if (small.isNull()) return {};
     // The reduction itself averages over about one reduced pixel, so the
     // remaining spread is a little less than sigma / factor.
     const double reducedSigma = std::sqrt(std::max(0.0, (sigma / factor) * (sigma / factor) - 0.25));
@@ -149,6 +159,7 @@ FastBlur::Blurred FastBlur::blur(const QImage& source, QSizeF drawnSize, double 
     int pad = 0;
     for (int width : boxWidths(reducedSigma)) pad += (width - 1) / 2;
     QImage padded(reduced + QSize(2 * pad, 2 * pad), QImage::Format_ARGB32_Premultiplied);
+    if (padded.isNull()) return {};
     padded.fill(Qt::transparent);
     for (int y = 0; y < reduced.height(); ++y)
         std::memcpy(padded.scanLine(y + pad) + pad * 4, small.constScanLine(y), static_cast<std::size_t>(reduced.width()) * 4);

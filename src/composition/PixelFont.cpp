@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPaintDevice>
 #include <algorithm>
+#include <cmath>
 
 namespace orvane {
 
@@ -18,7 +19,9 @@ const QPaintDevice* resolve(const QPaintDevice* device) {
 QFont PixelFont::system(double pixelSize, QFont::Weight weight, const QPaintDevice* device) {
     const int dpi = resolve(device)->logicalDpiY() > 0 ? resolve(device)->logicalDpiY() : 96;
     QFont f;
-    f.setPointSizeF(std::max(0.25, pixelSize * 72.0 / dpi));
+    // Sizes out of any sensible range (a damaged document) are held to it.
+    const double size = std::isfinite(pixelSize) ? std::clamp(pixelSize, 0.25, 2000.0) : 12.0;
+    f.setPointSizeF(size * 72.0 / dpi);
     f.setWeight(weight);
     return f;
 }

@@ -61,7 +61,9 @@ bool SceneRenderer::isAnimating(double now) const {
 }
 
 void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
-    if (!in.scene || canvas.width() < 1 || canvas.height() < 1) return;
+    if (!in.scene || !(canvas.width() >= 1 && canvas.height() >= 1) || canvas.width() > 1e5 || canvas.height() > 1e5)
+        return;
+    if (!std::isfinite(now)) now = 0;
     const StreamingScene& scene = *in.scene;
     sync(scene, in, now);
 

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <cmath>
 
 #include "composition/ColorConvert.h"
 #include "composition/FastBlur.h"
@@ -12,13 +13,25 @@
 
 namespace orvane {
 
+namespace {
+
+// A frame scaled beyond this many points shows a few of its pixels at best;
+// such sizes only come from damaged documents and are not drawn.
+constexpr double kMaxExtent = 100000;
+
+}  // namespace
+
 QRectF ScreenLayerPainter::opaqueRect(QRectF box, const Source& source, const SourceFrame& frame, double blurRadius) {
     if (frame.state != SourceFrame::State::frame || frame.image.isNull()) return {};
     const SourceConfiguration& c = source.configuration;
     const QRectF r = SourceFrameGeometry::screenFrameRect(box.size(), frame.image.size(), c.scale,
                                                           c.horizontalOffset, c.verticalOffset)
                          .translated(box.topLeft());
-    const double radius = std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2);
+    if (!std::isfinite(r.left()) || !std::isfinite(r.top()) || !std::isfinite(r.width()) || !std::isfinite(r.height()))
+        return {};
+    const double radius = std::isfinite(c.borderRadius)
+                              ? std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2)
+                              : 0.0;
     const double inset = radius + 3 * std::max(0.0, blurRadius) + 1;
     const QRectF inner = r.adjusted(inset, inset, -inset, -inset);
     return inner.isValid() ? inner : QRectF();
@@ -34,9 +47,13 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
     const QRectF r = SourceFrameGeometry::screenFrameRect(box.size(), frame.image.size(), c.scale,
                                                           c.horizontalOffset, c.verticalOffset)
                          .translated(box.topLeft());
-    if (r.width() < 0.5 || r.height() < 0.5) return;
+    if (!(r.width() >= 0.5 && r.height() >= 0.5) || !std::isfinite(r.left()) || !std::isfinite(r.top()) ||
+        !std::isfinite(r.width()) || !std::isfinite(r.height()) || r.width() > kMaxExtent || r.height() > kMaxExtent)
+        return;
     // The corner radius is in canvas points and does not follow the scale.
-    const double radius = std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2);
+    const double radius = std::isfinite(c.borderRadius)
+                              ? std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2)
+                              : 0.0;
     QPainterPath outline;
     outline.addRoundedRect(r, radius, radius);
 

@@ -10,7 +10,13 @@ namespace orvane {
 
 SoftShadow SoftShadow::make(const QPainterPath& shape, double strokeWidth, double sigma, const QColor& color) {
     SoftShadow out;
-    if (shape.isEmpty() || color.alpha() == 0) return out;
+    if (shape.isEmpty() || color.alpha() == 0 || !std::isfinite(sigma) || !std::isfinite(strokeWidth)) return out;
+    const QRectF box = shape.boundingRect();
+    if (!std::isfinite(box.left()) || !std::isfinite(box.top()) || !std::isfinite(box.width()) ||
+        !std::isfinite(box.height()) || box.width() > 16384 || box.height() > 16384)
+        return out;
+    sigma = std::clamp(sigma, 0.0, 1000.0);
+    strokeWidth = std::clamp(strokeWidth, 0.0, 1000.0);
     const double spread = 3 * std::max(0.0, sigma) + strokeWidth / 2 + 1;
     // The image starts at a whole canvas point, so that drawing it moves
     // pixels without resampling.

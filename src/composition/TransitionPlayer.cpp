@@ -2,6 +2,8 @@
 
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 namespace orvane {
 
@@ -65,6 +67,7 @@ void TransitionPlayer::paint(QPainter& painter, QSizeF canvas, double now, const
 
 void TransitionPlayer::paintFrame(QPainter& painter, QSizeF canvas, TransitionType type, double progress,
                                   const PaintComposition& leaving, const PaintComposition& entering) {
+    progress = std::isfinite(progress) ? std::clamp(progress, 0.0, 1.0) : 1.0;
     if (type == TransitionType::none) {
         if (entering) entering(painter);
         return;

@@ -3,413 +3,471 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <string>
+#include <type_traits>
 #include <vector>
+
+#include "document/JsonDocument.h"
+#include "document/JsonWriter.h"
 
 namespace orvane {
 
 namespace {
 
-using OrderedJson = nlohmann::ordered_json;
-using Json = nlohmann::json;
-
-// Deeper than any real document; refusing deeper input before parsing keeps
-// hostile files from exhausting the stack.
+// Deeper than any real document; refusing deeper input keeps hostile files
+// from exhausting the stack.
 constexpr int maxNestingDepth = 64;
 
 // ---------------------------------------------------------------- writing
 
-// Integral doubles are written without a fraction ("300", not "300.0");
-// everything else in the shortest form that reads back the same.
-OrderedJson number(double value) {
-    constexpr double exactIntegerLimit = 9007199254740992.0;  // 2^53
-    if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < exactIntegerLimit)
-        return OrderedJson(static_cast<std::int64_t>(value));
-    return OrderedJson(value);
-}
+void write(JsonWriter& w, bool b) { w.value(b); }
+void write(JsonWriter& w, double d) { w.value(d); }
+void write(JsonWriter& w, int i) { w.value(i); }
+void write(JsonWriter& w, std::uint32_t u) { w.value(u); }
+void write(JsonWriter& w, const std::string& s) { w.value(s); }
+void write(JsonWriter& w, const Uuid& id) { w.value(id.toString()); }
 
 template <typename E>
     requires requires { EnumStrings<E>::table; }
-OrderedJson toJson(E value) {
-    return OrderedJson(std::string(toString(value)));
+void write(JsonWriter& w, E value) {
+    w.value(toString(value));
 }
 
-OrderedJson toJson(const Uuid& id) { return OrderedJson(id.toString()); }
-OrderedJson toJson(const Point& p) { return OrderedJson::array({number(p.x), number(p.y)}); }
-OrderedJson toJson(const Size& s) { return OrderedJson::array({number(s.width), number(s.height)}); }
+void write(JsonWriter& w, const Point& p) {
+    w.beginArray();
+    w.value(p.x);
+    w.value(p.y);
+    w.endArray();
+}
 
-OrderedJson toJson(const CodableColor& c) {
-    OrderedJson j = OrderedJson::object();
-    j["red"] = number(c.red);
-    j["green"] = number(c.green);
-    j["blue"] = number(c.blue);
-    j["alpha"] = number(c.alpha);
-    return j;
+void write(JsonWriter& w, const Size& s) {
+    w.beginArray();
+    w.value(s.width);
+    w.value(s.height);
+    w.endArray();
+}
+
+void write(JsonWriter& w, const CodableColor& c);
+void write(JsonWriter& w, const SceneTransitionConfig& t);
+void write(JsonWriter& w, const Slide& s);
+void write(JsonWriter& w, const SlidesResource& r);
+void write(JsonWriter& w, const SourceConfiguration& c);
+void write(JsonWriter& w, const Source& s);
+void write(JsonWriter& w, const StreamingScene& s);
+void write(JsonWriter& w, const BrandingConfig& b);
+void write(JsonWriter& w, const ProgressStep& s);
+void write(JsonWriter& w, const ProgressBarConfig& p);
+void write(JsonWriter& w, const TeleprompterConfig& t);
+void write(JsonWriter& w, const Preset& p);
+template <typename T>
+void write(JsonWriter& w, const std::vector<T>& items);
+
+template <typename V>
+void member(JsonWriter& w, std::string_view key, const V& value) {
+    w.key(key);
+    write(w, value);
+}
+
+void write(JsonWriter& w, const CodableColor& c) {
+    w.beginObject();
+    member(w, "red", c.red);
+    member(w, "green", c.green);
+    member(w, "blue", c.blue);
+    member(w, "alpha", c.alpha);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const SceneTransitionConfig& t) {
+    w.beginObject();
+    member(w, "enabled", t.enabled);
+    member(w, "type", t.type);
+    member(w, "duration", t.duration);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const Slide& s) {
+    w.beginObject();
+    member(w, "id", s.id);
+    member(w, "title", s.title);
+    member(w, "content", s.content);
+    if (s.imageUrl) member(w, "imageUrl", *s.imageUrl);
+    member(w, "imagePosition", s.imagePosition);
+    member(w, "imageSize", s.imageSize);
+    member(w, "order", s.order);
+    member(w, "textScale", s.textScale);
+    member(w, "textAlignment", s.textAlignment);
+    member(w, "backgroundColor", s.backgroundColor);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const SlidesResource& r) {
+    w.beginObject();
+    member(w, "id", r.id);
+    member(w, "title", r.title);
+    member(w, "slides", r.slides);
+    member(w, "currentSlideIndex", r.currentSlideIndex);
+    member(w, "backgroundColor", r.backgroundColor);
+    member(w, "textColor", r.textColor);
+    member(w, "accentColor", r.accentColor);
+    member(w, "textScale", r.textScale);
+    member(w, "textAlignment", r.textAlignment);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const SourceConfiguration& c) {
+    w.beginObject();
+    member(w, "position", c.position);
+    member(w, "size", c.size);
+    if (c.cameraDeviceId) member(w, "cameraDeviceId", *c.cameraDeviceId);
+    if (c.screenId) member(w, "screenId", *c.screenId);
+    if (c.windowId) member(w, "windowId", *c.windowId);
+    if (c.windowTitle) member(w, "windowTitle", *c.windowTitle);
+    if (c.windowOwner) member(w, "windowOwner", *c.windowOwner);
+    if (c.contentType) member(w, "contentType", *c.contentType);
+    if (c.slidesResource) member(w, "slidesResource", *c.slidesResource);
+    member(w, "isBlurred", c.isBlurred);
+    member(w, "brightness", c.brightness);
+    member(w, "scale", c.scale);
+    member(w, "horizontalOffset", c.horizontalOffset);
+    member(w, "verticalOffset", c.verticalOffset);
+    member(w, "backgroundColor", c.backgroundColor);
+    member(w, "borderEnabled", c.borderEnabled);
+    member(w, "borderColor", c.borderColor);
+    member(w, "borderWidth", c.borderWidth);
+    member(w, "borderGlow", c.borderGlow);
+    member(w, "borderRadius", c.borderRadius);
+    member(w, "shadowEnabled", c.shadowEnabled);
+    member(w, "shadowColor", c.shadowColor);
+    member(w, "shadowRadius", c.shadowRadius);
+    member(w, "shadowX", c.shadowX);
+    member(w, "shadowY", c.shadowY);
+    member(w, "cameraShape", c.cameraShape);
+    member(w, "cameraPosition", c.cameraPosition);
+    member(w, "cameraSize", c.cameraSize);
+    member(w, "isOverlay", c.isOverlay);
+    member(w, "cameraBorderEnabled", c.cameraBorderEnabled);
+    member(w, "cameraBorderColor", c.cameraBorderColor);
+    member(w, "cameraBorderWidth", c.cameraBorderWidth);
+    member(w, "cameraBorderGlow", c.cameraBorderGlow);
+    member(w, "cameraBorderRadius", c.cameraBorderRadius);
+    member(w, "cameraZoom", c.cameraZoom);
+    member(w, "cameraWidth", c.cameraWidth);
+    member(w, "cameraHeight", c.cameraHeight);
+    member(w, "cameraHorizontalPosition", c.cameraHorizontalPosition);
+    member(w, "cameraVerticalPosition", c.cameraVerticalPosition);
+    member(w, "cameraBrightness", c.cameraBrightness);
+    member(w, "cameraContrast", c.cameraContrast);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const Source& s) {
+    w.beginObject();
+    member(w, "id", s.id);
+    member(w, "type", s.type);
+    member(w, "name", s.name);
+    member(w, "configuration", s.configuration);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const StreamingScene& s) {
+    w.beginObject();
+    member(w, "id", s.id);
+    member(w, "name", s.name);
+    member(w, "icon", s.icon);
+    member(w, "sources", s.sources);
+    if (s.selectedSourceId) member(w, "selectedSourceId", *s.selectedSourceId);
+    member(w, "brandingEnabled", s.brandingEnabled);
+    member(w, "progressBarEnabled", s.progressBarEnabled);
+    member(w, "backgroundColor", s.backgroundColor);
+    member(w, "backgroundType", s.backgroundType);
+    member(w, "gradientColors", s.gradientColors);
+    member(w, "gradientDirection", s.gradientDirection);
+    member(w, "layout", s.layout);
+    member(w, "cinematicZoomEnabled", s.cinematicZoomEnabled);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const BrandingConfig& b) {
+    w.beginObject();
+    member(w, "enabled", b.enabled);
+    member(w, "text", b.text);
+    member(w, "textColor", b.textColor);
+    member(w, "textSize", b.textSize);
+    if (b.logoImagePath) member(w, "logoImagePath", *b.logoImagePath);
+    member(w, "logoWidth", b.logoWidth);
+    member(w, "logoHeight", b.logoHeight);
+    member(w, "position", b.position);
+    member(w, "opacity", b.opacity);
+    member(w, "showBackground", b.showBackground);
+    member(w, "backgroundColor", b.backgroundColor);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const ProgressStep& s) {
+    w.beginObject();
+    member(w, "id", s.id);
+    member(w, "title", s.title);
+    member(w, "isCompleted", s.isCompleted);
+    member(w, "order", s.order);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const ProgressBarConfig& p) {
+    w.beginObject();
+    member(w, "enabled", p.enabled);
+    member(w, "steps", p.steps);
+    member(w, "orientation", p.orientation);
+    member(w, "position", p.position);
+    member(w, "size", p.size);
+    member(w, "backgroundColor", p.backgroundColor);
+    member(w, "completedColor", p.completedColor);
+    member(w, "pendingColor", p.pendingColor);
+    member(w, "textColor", p.textColor);
+    member(w, "textSize", p.textSize);
+    member(w, "opacity", p.opacity);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const TeleprompterConfig& t) {
+    w.beginObject();
+    member(w, "enabled", t.enabled);
+    member(w, "text", t.text);
+    member(w, "fontSize", t.fontSize);
+    member(w, "textColor", t.textColor);
+    member(w, "backgroundColor", t.backgroundColor);
+    member(w, "opacity", t.opacity);
+    member(w, "scrollSpeed", t.scrollSpeed);
+    member(w, "isScrolling", t.isScrolling);
+    member(w, "position", t.position);
+    member(w, "width", t.width);
+    member(w, "height", t.height);
+    member(w, "alwaysOnTop", t.alwaysOnTop);
+    member(w, "hideFromScreenShare", t.hideFromScreenShare);
+    w.endObject();
+}
+
+void write(JsonWriter& w, const Preset& p) {
+    w.beginObject();
+    member(w, "id", p.id);
+    member(w, "name", p.name);
+    member(w, "scenes", p.scenes);
+    if (p.activeSceneId) member(w, "activeSceneId", *p.activeSceneId);
+    if (p.branding) member(w, "branding", *p.branding);
+    if (p.progressBar) member(w, "progressBar", *p.progressBar);
+    member(w, "hideProgramWhenPopout", p.hideProgramWhenPopout);
+    if (p.teleprompter) member(w, "teleprompter", *p.teleprompter);
+    member(w, "sceneTransition", p.sceneTransition);
+    w.endObject();
 }
 
 template <typename T>
-OrderedJson toJson(const std::vector<T>& items);
-
-OrderedJson toJson(const SceneTransitionConfig& t) {
-    OrderedJson j = OrderedJson::object();
-    j["enabled"] = t.enabled;
-    j["type"] = toJson(t.type);
-    j["duration"] = number(t.duration);
-    return j;
+void write(JsonWriter& w, const std::vector<T>& items) {
+    w.beginArray();
+    for (const auto& item : items) write(w, item);
+    w.endArray();
 }
 
-OrderedJson toJson(const Slide& s) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(s.id);
-    j["title"] = s.title;
-    j["content"] = s.content;
-    if (s.imageUrl) j["imageUrl"] = *s.imageUrl;
-    j["imagePosition"] = toJson(s.imagePosition);
-    j["imageSize"] = toJson(s.imageSize);
-    j["order"] = s.order;
-    j["textScale"] = number(s.textScale);
-    j["textAlignment"] = toJson(s.textAlignment);
-    j["backgroundColor"] = toJson(s.backgroundColor);
-    return j;
-}
 
-OrderedJson toJson(const SlidesResource& r) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(r.id);
-    j["title"] = r.title;
-    j["slides"] = toJson(r.slides);
-    j["currentSlideIndex"] = r.currentSlideIndex;
-    j["backgroundColor"] = toJson(r.backgroundColor);
-    j["textColor"] = toJson(r.textColor);
-    j["accentColor"] = toJson(r.accentColor);
-    j["textScale"] = number(r.textScale);
-    j["textAlignment"] = toJson(r.textAlignment);
-    return j;
-}
-
-OrderedJson toJson(const SourceConfiguration& c) {
-    OrderedJson j = OrderedJson::object();
-    j["position"] = toJson(c.position);
-    j["size"] = toJson(c.size);
-    if (c.cameraDeviceId) j["cameraDeviceId"] = *c.cameraDeviceId;
-    if (c.screenId) j["screenId"] = *c.screenId;
-    if (c.windowId) j["windowId"] = *c.windowId;
-    if (c.windowTitle) j["windowTitle"] = *c.windowTitle;
-    if (c.windowOwner) j["windowOwner"] = *c.windowOwner;
-    if (c.contentType) j["contentType"] = toJson(*c.contentType);
-    if (c.slidesResource) j["slidesResource"] = toJson(*c.slidesResource);
-    j["isBlurred"] = c.isBlurred;
-    j["brightness"] = number(c.brightness);
-    j["scale"] = number(c.scale);
-    j["horizontalOffset"] = number(c.horizontalOffset);
-    j["verticalOffset"] = number(c.verticalOffset);
-    j["backgroundColor"] = toJson(c.backgroundColor);
-    j["borderEnabled"] = c.borderEnabled;
-    j["borderColor"] = toJson(c.borderColor);
-    j["borderWidth"] = number(c.borderWidth);
-    j["borderGlow"] = number(c.borderGlow);
-    j["borderRadius"] = number(c.borderRadius);
-    j["shadowEnabled"] = c.shadowEnabled;
-    j["shadowColor"] = toJson(c.shadowColor);
-    j["shadowRadius"] = number(c.shadowRadius);
-    j["shadowX"] = number(c.shadowX);
-    j["shadowY"] = number(c.shadowY);
-    j["cameraShape"] = toJson(c.cameraShape);
-    j["cameraPosition"] = toJson(c.cameraPosition);
-    j["cameraSize"] = toJson(c.cameraSize);
-    j["isOverlay"] = c.isOverlay;
-    j["cameraBorderEnabled"] = c.cameraBorderEnabled;
-    j["cameraBorderColor"] = toJson(c.cameraBorderColor);
-    j["cameraBorderWidth"] = number(c.cameraBorderWidth);
-    j["cameraBorderGlow"] = number(c.cameraBorderGlow);
-    j["cameraBorderRadius"] = number(c.cameraBorderRadius);
-    j["cameraZoom"] = number(c.cameraZoom);
-    j["cameraWidth"] = number(c.cameraWidth);
-    j["cameraHeight"] = number(c.cameraHeight);
-    j["cameraHorizontalPosition"] = number(c.cameraHorizontalPosition);
-    j["cameraVerticalPosition"] = number(c.cameraVerticalPosition);
-    j["cameraBrightness"] = number(c.cameraBrightness);
-    j["cameraContrast"] = number(c.cameraContrast);
-    return j;
-}
-
-OrderedJson toJson(const Source& s) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(s.id);
-    j["type"] = toJson(s.type);
-    j["name"] = s.name;
-    j["configuration"] = toJson(s.configuration);
-    return j;
-}
-
-OrderedJson toJson(const StreamingScene& s) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(s.id);
-    j["name"] = s.name;
-    j["icon"] = s.icon;
-    j["sources"] = toJson(s.sources);
-    if (s.selectedSourceId) j["selectedSourceId"] = toJson(*s.selectedSourceId);
-    j["brandingEnabled"] = s.brandingEnabled;
-    j["progressBarEnabled"] = s.progressBarEnabled;
-    j["backgroundColor"] = toJson(s.backgroundColor);
-    j["backgroundType"] = toJson(s.backgroundType);
-    j["gradientColors"] = toJson(s.gradientColors);
-    j["gradientDirection"] = toJson(s.gradientDirection);
-    j["layout"] = toJson(s.layout);
-    j["cinematicZoomEnabled"] = s.cinematicZoomEnabled;
-    return j;
-}
-
-OrderedJson toJson(const BrandingConfig& b) {
-    OrderedJson j = OrderedJson::object();
-    j["enabled"] = b.enabled;
-    j["text"] = b.text;
-    j["textColor"] = toJson(b.textColor);
-    j["textSize"] = number(b.textSize);
-    if (b.logoImagePath) j["logoImagePath"] = *b.logoImagePath;
-    j["logoWidth"] = number(b.logoWidth);
-    j["logoHeight"] = number(b.logoHeight);
-    j["position"] = toJson(b.position);
-    j["opacity"] = number(b.opacity);
-    j["showBackground"] = b.showBackground;
-    j["backgroundColor"] = toJson(b.backgroundColor);
-    return j;
-}
-
-OrderedJson toJson(const ProgressStep& s) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(s.id);
-    j["title"] = s.title;
-    j["isCompleted"] = s.isCompleted;
-    j["order"] = s.order;
-    return j;
-}
-
-OrderedJson toJson(const ProgressBarConfig& p) {
-    OrderedJson j = OrderedJson::object();
-    j["enabled"] = p.enabled;
-    j["steps"] = toJson(p.steps);
-    j["orientation"] = toJson(p.orientation);
-    j["position"] = toJson(p.position);
-    j["size"] = number(p.size);
-    j["backgroundColor"] = toJson(p.backgroundColor);
-    j["completedColor"] = toJson(p.completedColor);
-    j["pendingColor"] = toJson(p.pendingColor);
-    j["textColor"] = toJson(p.textColor);
-    j["textSize"] = number(p.textSize);
-    j["opacity"] = number(p.opacity);
-    return j;
-}
-
-OrderedJson toJson(const TeleprompterConfig& t) {
-    OrderedJson j = OrderedJson::object();
-    j["enabled"] = t.enabled;
-    j["text"] = t.text;
-    j["fontSize"] = number(t.fontSize);
-    j["textColor"] = toJson(t.textColor);
-    j["backgroundColor"] = toJson(t.backgroundColor);
-    j["opacity"] = number(t.opacity);
-    j["scrollSpeed"] = number(t.scrollSpeed);
-    j["isScrolling"] = t.isScrolling;
-    j["position"] = toJson(t.position);
-    j["width"] = number(t.width);
-    j["height"] = number(t.height);
-    j["alwaysOnTop"] = t.alwaysOnTop;
-    j["hideFromScreenShare"] = t.hideFromScreenShare;
-    return j;
-}
-
-OrderedJson toJson(const Preset& p) {
-    OrderedJson j = OrderedJson::object();
-    j["id"] = toJson(p.id);
-    j["name"] = p.name;
-    j["scenes"] = toJson(p.scenes);
-    if (p.activeSceneId) j["activeSceneId"] = toJson(*p.activeSceneId);
-    if (p.branding) j["branding"] = toJson(*p.branding);
-    if (p.progressBar) j["progressBar"] = toJson(*p.progressBar);
-    j["hideProgramWhenPopout"] = p.hideProgramWhenPopout;
-    if (p.teleprompter) j["teleprompter"] = toJson(*p.teleprompter);
-    j["sceneTransition"] = toJson(p.sceneTransition);
-    return j;
-}
-
+// Output sizes of one record type differ little from one call to the next;
+// starting from the last size saves the string's regrowth.
 template <typename T>
-OrderedJson toJson(const std::vector<T>& items) {
-    OrderedJson j = OrderedJson::array();
-    for (const auto& item : items) j.push_back(toJson(item));
-    return j;
-}
-
-// Pretty output with every "/" escaped as "\/". A slash can only occur
-// inside strings in JSON text, so escaping after dumping is exact.
-std::string dumpEscaped(const OrderedJson& j) {
-    const std::string text = j.dump(2, ' ', false, nlohmann::detail::error_handler_t::replace);
-    std::string out;
-    out.reserve(text.size() + 16);
-    for (char c : text) {
-        if (c == '/') out.push_back('\\');
-        out.push_back(c);
-    }
-    return out;
+std::string encodeText(const T& record) {
+    thread_local std::size_t lastSize = 256;
+    JsonWriter w(lastSize + lastSize / 8);
+    write(w, record);
+    lastSize = w.text().size();
+    return w.take();
 }
 
 // ---------------------------------------------------------------- reading
+
+using Value = JsonDocument::Value;
+using Type = JsonDocument::Type;
+using NumberKind = JsonDocument::NumberKind;
 
 struct DecodeFailure {
     std::string text;
 };
 
-// Keeps the JSON path of the value being read, for the one error message.
+// Walks the parsed document and keeps the JSON path of the value being read,
+// for the one error message. The path is only spelled out on failure.
 class Reader {
 public:
+    explicit Reader(const JsonDocument& document) : document_(document) { segments_.reserve(16); }
+
+    const JsonDocument& document() const { return document_; }
+
     [[noreturn]] void fail(const std::string& message) const { throw DecodeFailure{path() + ": " + message}; }
 
-    void enterKey(const char* key) { segments_.push_back(std::string(segments_.empty() ? "" : ".") + key); }
-    void enterIndex(std::size_t index) { segments_.push_back("[" + std::to_string(index) + "]"); }
+    void enterKey(const char* key) { segments_.push_back({key, 0}); }
+    void enterIndex(std::size_t index) { segments_.push_back({nullptr, index}); }
     void leave() { segments_.pop_back(); }
 
     std::string path() const {
         if (segments_.empty()) return "(document)";
         std::string out;
-        for (const auto& s : segments_) out += s;
+        for (std::size_t i = 0; i < segments_.size(); ++i) {
+            const Segment& s = segments_[i];
+            if (s.key) {
+                if (i > 0) out += '.';
+                out += s.key;
+            } else {
+                out += '[';
+                out += std::to_string(s.index);
+                out += ']';
+            }
+        }
         return out;
     }
 
 private:
-    std::vector<std::string> segments_;
+    struct Segment {
+        const char* key;  // nullptr for an array index
+        std::size_t index;
+    };
+
+    const JsonDocument& document_;
+    std::vector<Segment> segments_;
 };
 
-void read(Reader& r, const Json& j, bool& out) {
-    if (!j.is_boolean()) r.fail("expected a boolean");
-    out = j.get<bool>();
+// An object being read, with where the next key search starts.
+struct Object {
+    const Value* value;
+    std::uint32_t hint;
+};
+
+void read(Reader& r, const Value& v, bool& out) {
+    if (v.type != Type::boolean) r.fail("expected a boolean");
+    out = v.flag;
 }
 
-void read(Reader& r, const Json& j, double& out) {
-    if (!j.is_number()) r.fail("expected a number");
-    out = j.get<double>();
+void read(Reader& r, const Value& v, double& out) {
+    if (v.type != Type::number) r.fail("expected a number");
+    out = v.number();
 }
 
 template <typename Int>
     requires std::is_integral_v<Int> && (!std::is_same_v<Int, bool>)
-void read(Reader& r, const Json& j, Int& out) {
-    if (j.is_number_unsigned()) {
-        const auto v = j.get<std::uint64_t>();
-        if (v > static_cast<std::uint64_t>(std::numeric_limits<Int>::max())) r.fail("integer out of range");
-        out = static_cast<Int>(v);
-        return;
-    }
-    if (j.is_number_integer()) {
-        const auto v = j.get<std::int64_t>();
-        if (v < static_cast<std::int64_t>(std::numeric_limits<Int>::min()) ||
-            (v > 0 && static_cast<std::uint64_t>(v) > static_cast<std::uint64_t>(std::numeric_limits<Int>::max())))
-            r.fail("integer out of range");
-        out = static_cast<Int>(v);
-        return;
-    }
-    if (j.is_number_float()) {
-        const double v = j.get<double>();
-        if (v != std::trunc(v)) r.fail("expected an integer");
-        if (!(v >= static_cast<double>(std::numeric_limits<Int>::min()) &&
-              v <= static_cast<double>(std::numeric_limits<Int>::max())))
-            r.fail("integer out of range");
-        out = static_cast<Int>(v);
-        return;
+void read(Reader& r, const Value& v, Int& out) {
+    if (v.type == Type::number) {
+        switch (v.numberKind) {
+            case NumberKind::unsignedInteger:
+                if (v.u > static_cast<std::uint64_t>(std::numeric_limits<Int>::max())) r.fail("integer out of range");
+                out = static_cast<Int>(v.u);
+                return;
+            case NumberKind::signedInteger:
+                if (v.i < static_cast<std::int64_t>(std::numeric_limits<Int>::min()) ||
+                    (v.i > 0 &&
+                     static_cast<std::uint64_t>(v.i) > static_cast<std::uint64_t>(std::numeric_limits<Int>::max())))
+                    r.fail("integer out of range");
+                out = static_cast<Int>(v.i);
+                return;
+            case NumberKind::floating:
+                if (v.f != std::trunc(v.f)) r.fail("expected an integer");
+                if (!(v.f >= static_cast<double>(std::numeric_limits<Int>::min()) &&
+                      v.f <= static_cast<double>(std::numeric_limits<Int>::max())))
+                    r.fail("integer out of range");
+                out = static_cast<Int>(v.f);
+                return;
+        }
     }
     r.fail("expected an integer");
 }
 
-void read(Reader& r, const Json& j, std::string& out) {
-    if (!j.is_string()) r.fail("expected a string");
-    out = j.get<std::string>();
+void read(Reader& r, const Value& v, std::string& out) {
+    if (v.type != Type::string) r.fail("expected a string");
+    out.assign(v.string());
 }
 
-void read(Reader& r, const Json& j, Uuid& out) {
-    if (!j.is_string()) r.fail("expected a UUID string");
-    auto parsed = Uuid::parse(j.get_ref<const std::string&>());
-    if (!parsed) r.fail("invalid UUID \"" + j.get<std::string>() + "\"");
+void read(Reader& r, const Value& v, Uuid& out) {
+    if (v.type != Type::string) r.fail("expected a UUID string");
+    auto parsed = Uuid::parse(v.string());
+    if (!parsed) r.fail("invalid UUID \"" + std::string(v.string()) + "\"");
     out = *parsed;
 }
 
 template <typename E>
     requires requires { EnumStrings<E>::table; }
-void read(Reader& r, const Json& j, E& out) {
-    if (!j.is_string()) r.fail("expected a string");
-    auto value = enumFromString<E>(j.get_ref<const std::string&>());
-    if (!value) r.fail("unknown value \"" + j.get<std::string>() + "\"");
+void read(Reader& r, const Value& v, E& out) {
+    if (v.type != Type::string) r.fail("expected a string");
+    auto value = enumFromString<E>(v.string());
+    if (!value) r.fail("unknown value \"" + std::string(v.string()) + "\"");
     out = *value;
 }
 
-void readPair(Reader& r, const Json& j, double& a, double& b) {
-    if (!j.is_array() || j.size() != 2 || !j[0].is_number() || !j[1].is_number())
-        r.fail("expected an array of two numbers");
-    a = j[0].get<double>();
-    b = j[1].get<double>();
+void readPair(Reader& r, const Value& v, double& a, double& b) {
+    if (v.type != Type::array || v.count != 2) r.fail("expected an array of two numbers");
+    const Value& first = r.document().value(r.document().element(v, 0));
+    const Value& second = r.document().value(r.document().element(v, 1));
+    if (first.type != Type::number || second.type != Type::number) r.fail("expected an array of two numbers");
+    a = first.number();
+    b = second.number();
 }
 
-void read(Reader& r, const Json& j, Point& out) { readPair(r, j, out.x, out.y); }
-void read(Reader& r, const Json& j, Size& out) { readPair(r, j, out.width, out.height); }
+void read(Reader& r, const Value& v, Point& out) { readPair(r, v, out.x, out.y); }
+void read(Reader& r, const Value& v, Size& out) { readPair(r, v, out.width, out.height); }
 
 template <typename T>
-void read(Reader& r, const Json& j, std::vector<T>& out);
+void read(Reader& r, const Value& v, std::vector<T>& out);
 
-void requireObject(Reader& r, const Json& j) {
-    if (!j.is_object()) r.fail("expected an object");
+Object requireObject(Reader& r, const Value& v) {
+    if (v.type != Type::object) r.fail("expected an object");
+    return Object{&v, 0};
 }
 
 // A required key: missing, null or of the wrong type fails the document.
 template <typename T>
-void field(Reader& r, const Json& object, const char* key, T& out) {
+void field(Reader& r, Object& object, const char* key, T& out) {
     r.enterKey(key);
-    auto it = object.find(key);
-    if (it == object.end()) r.fail("missing key");
-    if (it->is_null()) r.fail("null value");
-    read(r, *it, out);
+    const Value* v = r.document().find(*object.value, key, object.hint);
+    if (!v) r.fail("missing key");
+    if (v->type == Type::null) r.fail("null value");
+    read(r, *v, out);
     r.leave();
 }
 
 // An optional key: missing or null gives no value; present must be valid.
 template <typename T>
-void optionalField(Reader& r, const Json& object, const char* key, std::optional<T>& out) {
-    auto it = object.find(key);
-    if (it == object.end() || it->is_null()) {
+void optionalField(Reader& r, Object& object, const char* key, std::optional<T>& out) {
+    const Value* v = r.document().find(*object.value, key, object.hint);
+    if (!v || v->type == Type::null) {
         out.reset();
         return;
     }
     r.enterKey(key);
     T value{};
-    read(r, *it, value);
+    read(r, *v, value);
     out = std::move(value);
     r.leave();
 }
 
 // A key of the tolerant slide: missing or null keeps the default.
 template <typename T>
-void tolerantField(Reader& r, const Json& object, const char* key, T& out) {
-    auto it = object.find(key);
-    if (it == object.end() || it->is_null()) return;
+void tolerantField(Reader& r, Object& object, const char* key, T& out) {
+    const Value* v = r.document().find(*object.value, key, object.hint);
+    if (!v || v->type == Type::null) return;
     r.enterKey(key);
-    read(r, *it, out);
+    read(r, *v, out);
     r.leave();
 }
 
-void read(Reader& r, const Json& j, CodableColor& c) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, CodableColor& c) {
+    Object j = requireObject(r, v);
     field(r, j, "red", c.red);
     field(r, j, "green", c.green);
     field(r, j, "blue", c.blue);
     field(r, j, "alpha", c.alpha);
 }
 
-void read(Reader& r, const Json& j, SceneTransitionConfig& t) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, SceneTransitionConfig& t) {
+    Object j = requireObject(r, v);
     field(r, j, "enabled", t.enabled);
     field(r, j, "type", t.type);
     field(r, j, "duration", t.duration);
 }
 
-void read(Reader& r, const Json& j, Slide& s) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, Slide& s) {
+    Object j = requireObject(r, v);
     tolerantField(r, j, "id", s.id);
     tolerantField(r, j, "title", s.title);
     tolerantField(r, j, "content", s.content);
@@ -422,8 +480,8 @@ void read(Reader& r, const Json& j, Slide& s) {
     tolerantField(r, j, "backgroundColor", s.backgroundColor);
 }
 
-void read(Reader& r, const Json& j, SlidesResource& d) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, SlidesResource& d) {
+    Object j = requireObject(r, v);
     field(r, j, "id", d.id);
     field(r, j, "title", d.title);
     field(r, j, "slides", d.slides);
@@ -435,8 +493,8 @@ void read(Reader& r, const Json& j, SlidesResource& d) {
     field(r, j, "textAlignment", d.textAlignment);
 }
 
-void read(Reader& r, const Json& j, SourceConfiguration& c) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, SourceConfiguration& c) {
+    Object j = requireObject(r, v);
     field(r, j, "position", c.position);
     field(r, j, "size", c.size);
     optionalField(r, j, "cameraDeviceId", c.cameraDeviceId);
@@ -480,16 +538,16 @@ void read(Reader& r, const Json& j, SourceConfiguration& c) {
     field(r, j, "cameraContrast", c.cameraContrast);
 }
 
-void read(Reader& r, const Json& j, Source& s) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, Source& s) {
+    Object j = requireObject(r, v);
     field(r, j, "id", s.id);
     field(r, j, "type", s.type);
     field(r, j, "name", s.name);
     field(r, j, "configuration", s.configuration);
 }
 
-void read(Reader& r, const Json& j, StreamingScene& s) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, StreamingScene& s) {
+    Object j = requireObject(r, v);
     field(r, j, "id", s.id);
     field(r, j, "name", s.name);
     field(r, j, "icon", s.icon);
@@ -505,8 +563,8 @@ void read(Reader& r, const Json& j, StreamingScene& s) {
     field(r, j, "cinematicZoomEnabled", s.cinematicZoomEnabled);
 }
 
-void read(Reader& r, const Json& j, BrandingConfig& b) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, BrandingConfig& b) {
+    Object j = requireObject(r, v);
     field(r, j, "enabled", b.enabled);
     field(r, j, "text", b.text);
     field(r, j, "textColor", b.textColor);
@@ -520,16 +578,16 @@ void read(Reader& r, const Json& j, BrandingConfig& b) {
     field(r, j, "backgroundColor", b.backgroundColor);
 }
 
-void read(Reader& r, const Json& j, ProgressStep& s) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, ProgressStep& s) {
+    Object j = requireObject(r, v);
     field(r, j, "id", s.id);
     field(r, j, "title", s.title);
     field(r, j, "isCompleted", s.isCompleted);
     field(r, j, "order", s.order);
 }
 
-void read(Reader& r, const Json& j, ProgressBarConfig& p) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, ProgressBarConfig& p) {
+    Object j = requireObject(r, v);
     field(r, j, "enabled", p.enabled);
     field(r, j, "steps", p.steps);
     field(r, j, "orientation", p.orientation);
@@ -543,8 +601,8 @@ void read(Reader& r, const Json& j, ProgressBarConfig& p) {
     field(r, j, "opacity", p.opacity);
 }
 
-void read(Reader& r, const Json& j, TeleprompterConfig& t) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, TeleprompterConfig& t) {
+    Object j = requireObject(r, v);
     field(r, j, "enabled", t.enabled);
     field(r, j, "text", t.text);
     field(r, j, "fontSize", t.fontSize);
@@ -560,8 +618,8 @@ void read(Reader& r, const Json& j, TeleprompterConfig& t) {
     field(r, j, "hideFromScreenShare", t.hideFromScreenShare);
 }
 
-void read(Reader& r, const Json& j, Preset& p) {
-    requireObject(r, j);
+void read(Reader& r, const Value& v, Preset& p) {
+    Object j = requireObject(r, v);
     field(r, j, "id", p.id);
     field(r, j, "name", p.name);
     field(r, j, "scenes", p.scenes);
@@ -574,68 +632,40 @@ void read(Reader& r, const Json& j, Preset& p) {
 }
 
 template <typename T>
-void read(Reader& r, const Json& j, std::vector<T>& out) {
-    if (!j.is_array()) r.fail("expected an array");
+void read(Reader& r, const Value& v, std::vector<T>& out) {
+    if (v.type != Type::array) r.fail("expected an array");
     out.clear();
-    out.reserve(j.size());
-    for (std::size_t i = 0; i < j.size(); ++i) {
+    out.reserve(v.count);
+    for (std::uint32_t i = 0; i < v.count; ++i) {
         r.enterIndex(i);
-        if (j[i].is_null()) r.fail("null value");
-        T item{};
-        read(r, j[i], item);
-        out.push_back(std::move(item));
+        const Value& item = r.document().value(r.document().element(v, i));
+        if (item.type == Type::null) r.fail("null value");
+        T value{};
+        read(r, item, value);
+        out.push_back(std::move(value));
         r.leave();
     }
-}
-
-// Refuses nesting deeper than maxNestingDepth without parsing, skipping
-// over string contents.
-bool nestingWithinLimit(std::string_view text) {
-    int depth = 0;
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (inString) {
-            if (c == '\\') ++i;
-            else if (c == '"') inString = false;
-            continue;
-        }
-        if (c == '"') inString = true;
-        else if (c == '[' || c == '{') {
-            if (++depth > maxNestingDepth) return false;
-        } else if (c == ']' || c == '}') {
-            --depth;
-        }
-    }
-    return true;
-}
-
-// The library's parse messages start with its own "[json.exception...] "
-// tag, which says nothing to a user.
-std::string plainParseMessage(const char* what) {
-    std::string message(what);
-    if (auto pos = message.find("] "); pos != std::string::npos) message.erase(0, pos + 2);
-    return message;
 }
 
 template <typename T>
 Decoded<T> decodeText(std::string_view text) {
     Decoded<T> result;
-    if (!nestingWithinLimit(text)) {
-        result.error = "(document): nesting deeper than " + std::to_string(maxNestingDepth) + " levels";
-        return result;
+    // One document per thread, reused: its arrays keep their capacity.
+    thread_local JsonDocument document;
+    switch (document.parse(text, maxNestingDepth)) {
+        case JsonDocument::Outcome::tooDeep:
+            result.error = "(document): nesting deeper than " + std::to_string(maxNestingDepth) + " levels";
+            return result;
+        case JsonDocument::Outcome::syntaxError:
+            result.error = "(document): " + document.errorMessage();
+            return result;
+        case JsonDocument::Outcome::parsed:
+            break;
     }
-    Json root;
     try {
-        root = Json::parse(text.begin(), text.end());
-    } catch (const Json::parse_error& e) {
-        result.error = "(document): " + plainParseMessage(e.what());
-        return result;
-    }
-    try {
-        Reader reader;
+        Reader reader(document);
         T value{};
-        read(reader, root, value);
+        read(reader, document.value(document.root()), value);
         result.value = std::move(value);
     } catch (const DecodeFailure& failure) {
         result.error = failure.text;
@@ -645,13 +675,13 @@ Decoded<T> decodeText(std::string_view text) {
 
 }  // namespace
 
-std::string encodePreset(const Preset& preset) { return dumpEscaped(toJson(preset)); }
+std::string encodePreset(const Preset& preset) { return encodeText(preset); }
 
 Decoded<Preset> decodePreset(std::string_view json) { return decodeText<Preset>(json); }
 
 template <typename T>
 std::string encodeRecord(const T& record) {
-    return dumpEscaped(toJson(record));
+    return encodeText(record);
 }
 
 template <typename T>

@@ -1,5 +1,6 @@
 #include "document/DocumentCodec.h"
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -293,20 +294,20 @@ struct DecodeFailure {
 // for the one error message. The path is only spelled out on failure.
 class Reader {
 public:
-    explicit Reader(const JsonDocument& document) : document_(document) { segments_.reserve(16); }
+    explicit Reader(const JsonDocument& document) : document_(document) {}
 
     const JsonDocument& document() const { return document_; }
 
     [[noreturn]] void fail(const std::string& message) const { throw DecodeFailure{path() + ": " + message}; }
 
-    void enterKey(const char* key) { segments_.push_back({key, 0}); }
-    void enterIndex(std::size_t index) { segments_.push_back({nullptr, index}); }
-    void leave() { segments_.pop_back(); }
+    void enterKey(const char* key) { enter({key, 0}); }
+    void enterIndex(std::size_t index) { enter({nullptr, index}); }
+    void leave() { --depth_; }
 
     std::string path() const {
-        if (segments_.empty()) return "(document)";
+        if (depth_ == 0) return "(document)";
         std::string out;
-        for (std::size_t i = 0; i < segments_.size(); ++i) {
+        for (std::size_t i = 0; i < depth_; ++i) {
             const Segment& s = segments_[i];
             if (s.key) {
                 if (i > 0) out += '.';
@@ -326,8 +327,19 @@ private:
         std::size_t index;
     };
 
+    // The records nest ten levels at most (scenes[i].sources[j].configuration
+    // .slidesResource.slides[k].backgroundColor.red); the bound is checked
+    // all the same.
+    static constexpr std::size_t maxDepth = 32;
+
+    void enter(Segment segment) {
+        if (depth_ == maxDepth) fail("nesting deeper than the records");
+        segments_[depth_++] = segment;
+    }
+
     const JsonDocument& document_;
-    std::vector<Segment> segments_;
+    std::array<Segment, maxDepth> segments_;
+    std::size_t depth_ = 0;
 };
 
 // An object being read, with where the next key search starts.
@@ -650,8 +662,12 @@ void read(Reader& r, const Value& v, std::vector<T>& out) {
 template <typename T>
 Decoded<T> decodeText(std::string_view text) {
     Decoded<T> result;
-    // One document per thread, reused: its arrays keep their capacity.
-    thread_local JsonDocument document;
+    // One document per thread, reused so that its arrays keep their
+    // capacity; a rare huge text gets one of its own, freed afterwards.
+    constexpr std::size_t reuseLimit = 4 << 20;
+    thread_local JsonDocument reused;
+    JsonDocument own;
+    JsonDocument& document = text.size() <= reuseLimit ? reused : own;
     switch (document.parse(text, maxNestingDepth)) {
         case JsonDocument::Outcome::tooDeep:
             result.error = "(document): nesting deeper than " + std::to_string(maxNestingDepth) + " levels";

@@ -1,17 +1,33 @@
 #include "capture/ScreenCaptureManager.h"
 
+#include <QtConcurrent/QtConcurrentRun>
+
 #include "capture/CaptureBackend.h"
 #include "document/Log.h"
 
 namespace orvane {
 
 ScreenCaptureManager::ScreenCaptureManager(CaptureBackend& backend, QObject* parent)
-    : QObject(parent), backend_(backend) {}
+    : QObject(parent), backend_(backend) {
+    connect(&fetch_, &QFutureWatcher<Listing>::finished, this, [this] { publish(fetch_.result()); });
+}
+
+ScreenCaptureManager::~ScreenCaptureManager() {
+    // The worker uses the backend; let it finish (a few round trips).
+    fetch_.disconnect();
+    for (QFuture<Listing>& fetch : running_) fetch.waitForFinished();
+}
 
 void ScreenCaptureManager::fetchAvailableDisplays() {
     setLoading(true);
     setErrorMessage(QString());
-    auto listed = backend_.displays();
+    CaptureBackend* backend = &backend_;
+    std::erase_if(running_, [](const QFuture<Listing>& fetch) { return fetch.isFinished(); });
+    running_.push_back(QtConcurrent::run([backend] { return backend->displays(); }));
+    fetch_.setFuture(running_.back());
+}
+
+void ScreenCaptureManager::publish(const Listing& listed) {
     if (!listed) {
         setErrorMessage(QStringLiteral("Error loading displays: ") + listed.error());
         logLine("❌ " + errorMessage_.toStdString());

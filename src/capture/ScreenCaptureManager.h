@@ -1,13 +1,17 @@
 #pragma once
 
+#include <QFuture>
+#include <QFutureWatcher>
 #include <QImage>
 #include <QList>
 #include <QObject>
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 #include "capture/CaptureDisplay.h"
+#include "capture/CaptureResult.h"
 
 namespace orvane {
 
@@ -23,8 +27,11 @@ class ScreenCaptureManager : public QObject {
 
 public:
     explicit ScreenCaptureManager(CaptureBackend& backend, QObject* parent = nullptr);
+    ~ScreenCaptureManager() override;
 
-    // A failure keeps the previous list and sets errorMessage.
+    // Lists on a worker thread; isLoading stays true until the result is
+    // published on the main thread. A failure keeps the previous list and
+    // sets errorMessage. Of overlapping fetches the later one wins.
     void fetchAvailableDisplays();
     std::optional<QImage> getDisplayThumbnail(std::uint32_t displayId);
 
@@ -42,6 +49,8 @@ signals:
     void needsPermissionChanged();
 
 private:
+    using Listing = CaptureResult<std::vector<CaptureDisplay>>;
+    void publish(const Listing& listed);
     void setLoading(bool loading);
     void setErrorMessage(const QString& message);
 
@@ -50,6 +59,8 @@ private:
     bool isLoading_ = false;
     QString errorMessage_;
     bool needsPermission_ = false;
+    QFutureWatcher<Listing> fetch_;       // the fetch whose result counts
+    std::vector<QFuture<Listing>> running_;  // every fetch not yet waited for
 };
 
 }  // namespace orvane

@@ -1,5 +1,7 @@
 #include "capture/WindowCaptureManager.h"
 
+#include <QtConcurrent/QtConcurrentRun>
+
 #include "capture/CaptureBackend.h"
 #include "capture/WindowListRules.h"
 #include "document/Log.h"
@@ -7,12 +9,26 @@
 namespace orvane {
 
 WindowCaptureManager::WindowCaptureManager(CaptureBackend& backend, QObject* parent)
-    : QObject(parent), backend_(backend) {}
+    : QObject(parent), backend_(backend) {
+    connect(&fetch_, &QFutureWatcher<Listing>::finished, this, [this] { publish(fetch_.result()); });
+}
+
+WindowCaptureManager::~WindowCaptureManager() {
+    // The worker uses the backend; let it finish (a few round trips).
+    fetch_.disconnect();
+    for (QFuture<Listing>& fetch : running_) fetch.waitForFinished();
+}
 
 void WindowCaptureManager::fetchAvailableWindows() {
     setLoading(true);
     setErrorMessage(QString());
-    auto listed = backend_.windows();
+    CaptureBackend* backend = &backend_;
+    std::erase_if(running_, [](const QFuture<Listing>& fetch) { return fetch.isFinished(); });
+    running_.push_back(QtConcurrent::run([backend] { return backend->windows(); }));
+    fetch_.setFuture(running_.back());
+}
+
+void WindowCaptureManager::publish(const Listing& listed) {
     if (!listed) {
         setErrorMessage(QStringLiteral("Error loading windows: ") + listed.error());
         logLine("❌ " + errorMessage_.toStdString());

@@ -1,13 +1,18 @@
 #pragma once
 
+#include <QFuture>
+#include <QFutureWatcher>
 #include <QImage>
 #include <QList>
 #include <QObject>
 #include <QString>
 
 #include <optional>
+#include <vector>
 
+#include "capture/CaptureResult.h"
 #include "capture/CaptureWindow.h"
+#include "capture/ShareableWindow.h"
 
 namespace orvane {
 
@@ -24,8 +29,11 @@ class WindowCaptureManager : public QObject {
 
 public:
     explicit WindowCaptureManager(CaptureBackend& backend, QObject* parent = nullptr);
+    ~WindowCaptureManager() override;
 
-    // A failure keeps the previous list and sets errorMessage.
+    // Lists on a worker thread; isLoading stays true until the result is
+    // published on the main thread. A failure keeps the previous list and
+    // sets errorMessage. Of overlapping fetches the later one wins.
     void fetchAvailableWindows();
     std::optional<QImage> getWindowThumbnail(std::uint32_t windowId);
     void bringWindowToFront(std::uint32_t windowId);
@@ -42,6 +50,8 @@ signals:
     void needsPermissionChanged();
 
 private:
+    using Listing = CaptureResult<std::vector<ShareableWindow>>;
+    void publish(const Listing& listed);
     void setLoading(bool loading);
     void setErrorMessage(const QString& message);
 
@@ -50,6 +60,8 @@ private:
     bool isLoading_ = false;
     QString errorMessage_;
     bool needsPermission_ = false;
+    QFutureWatcher<Listing> fetch_;       // the fetch whose result counts
+    std::vector<QFuture<Listing>> running_;  // every fetch not yet waited for
 };
 
 }  // namespace orvane

@@ -7,6 +7,7 @@
 #include "capture/WindowCaptureManager.h"
 #include "capture/x11/X11CaptureBackend.h"
 #include "support/QStringPrinter.h"
+#include "support/ManagerFetch.h"
 #include "support/QtTestEnvironment.h"
 #include "support/X11TestClient.h"
 
@@ -52,7 +53,7 @@ protected:
         WindowCaptureManager manager(backend);
         std::uint32_t id = 0;
         test::waitUntil([&] {
-            manager.fetchAvailableWindows();
+            test::fetchAndWait(manager);
             for (const auto& w : manager.availableWindows())
                 if (w.title == title) id = w.id;
             return id != 0;

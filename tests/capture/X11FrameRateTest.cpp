@@ -7,6 +7,7 @@
 #include "capture/WindowCaptureManager.h"
 #include "capture/x11/X11CaptureBackend.h"
 #include "support/QStringPrinter.h"
+#include "support/ManagerFetch.h"
 #include "support/QtTestEnvironment.h"
 #include "support/X11TestClient.h"
 
@@ -59,7 +60,7 @@ TEST(X11FrameRate, WindowAtTheTopQualityRunsAtSixtyInItsOwnSize) {
     WindowCaptureManager manager(backend);
     std::uint32_t id = 0;
     ASSERT_TRUE(test::waitUntil([&] {
-        manager.fetchAvailableWindows();
+        test::fetchAndWait(manager);
         for (const auto& w : manager.availableWindows())
             if (w.title == "Rate Window") id = w.id;
         return id != 0;

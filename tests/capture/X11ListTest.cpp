@@ -12,6 +12,7 @@
 #include "capture/x11/X11CaptureBackend.h"
 #include "support/ChildProcess.h"
 #include "support/QStringPrinter.h"
+#include "support/ManagerFetch.h"
 #include "support/QtTestEnvironment.h"
 #include "support/X11TestClient.h"
 
@@ -31,7 +32,7 @@ const CaptureWindow* findByTitle(const QList<CaptureWindow>& windows, const QStr
 // Waits until the manager lists a window with that title.
 bool listsWindow(WindowCaptureManager& manager, const QString& title) {
     return test::waitUntil([&] {
-        manager.fetchAvailableWindows();
+        test::fetchAndWait(manager);
         return findByTitle(manager.availableWindows(), title) != nullptr;
     });
 }
@@ -41,8 +42,11 @@ TEST(X11Lists, DisplaysAreTheMonitorsWithTheMainOneNamed) {
     ScreenCaptureManager manager(backend);
     QSignalSpy loading(&manager, &ScreenCaptureManager::isLoadingChanged);
     manager.fetchAvailableDisplays();
+    // The listing runs elsewhere; the sheet shows its progress meanwhile.
+    EXPECT_TRUE(manager.isLoading());
+    EXPECT_TRUE(manager.availableDisplays().isEmpty());
+    ASSERT_TRUE(test::waitUntil([&] { return !manager.isLoading(); }));
     EXPECT_EQ(loading.count(), 2);  // on, then off
-    EXPECT_FALSE(manager.isLoading());
     EXPECT_TRUE(manager.errorMessage().isNull());
     EXPECT_FALSE(manager.needsPermission());
 
@@ -132,7 +136,7 @@ TEST(X11Lists, OwnerFallsBackToTheProcessNameThenUnknown) {
         }
         return sawNameless && sawDock;
     }));
-    manager.fetchAvailableWindows();
+    test::fetchAndWait(manager);
     for (const CaptureWindow& w : manager.availableWindows()) {
         EXPECT_NE(w.id, nameless);
         EXPECT_NE(w.id, dock);
@@ -155,7 +159,7 @@ TEST(X11Lists, ThumbnailsOfADisplayAndAWindow) {
     EXPECT_FALSE(windows.getWindowThumbnail(0x7fffff).has_value());
 
     ScreenCaptureManager screens(backend);
-    screens.fetchAvailableDisplays();
+    test::fetchAndWait(screens);
     ASSERT_EQ(screens.availableDisplays().size(), 2);
     const auto shot = screens.getDisplayThumbnail(screens.availableDisplays()[0].id);
     ASSERT_TRUE(shot.has_value());
@@ -187,9 +191,9 @@ TEST(X11Lists, PermissionProbeIsGrantedWhenTheServerAnswers) {
     X11CaptureBackend nowhere(":4711");
     EXPECT_EQ(ScreenCapturePermissionProbe(nowhere).getScreenCapturePermissionStatus(), PermissionStatus::denied);
     ScreenCaptureManager manager(nowhere);
-    manager.fetchAvailableDisplays();
+    ASSERT_TRUE(test::fetchAndWait(manager));
     EXPECT_EQ(manager.errorMessage(), "Error loading displays: Cannot connect to the X server");
-    EXPECT_FALSE(manager.isLoading());
+    EXPECT_TRUE(manager.availableDisplays().isEmpty());
 }
 
 }  // namespace

@@ -53,30 +53,30 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
     }
     painter.restore();
 
-    if (!config.cameraBorderEnabled) return;
+    if (!config.cameraBorderEnabled || !(config.cameraBorderWidth > 0)) return;
     const QColor color = ColorConvert::from(config.cameraBorderColor);
-    if (config.cameraBorderGlow > 0) {
-        // The glow is a shadow of the outline whose radius is half the glow
-        // value; a shadow radius is twice the Gaussian's deviation.
-        const double sigma = config.cameraBorderGlow * 0.5 / 2;
-        const QString key = QString::asprintf("%g,%g,%g,%g,%d,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
-                                              int(shape), config.cameraBorderWidth, sigma, color.rgba());
-        if (key != glowKey_) {
-            glowKey_ = key;
-            glow_ = SoftShadow::make(path, std::max(0.5, config.cameraBorderWidth), sigma, color);
-        }
-        glow_.draw(painter);
+    // The outline with its glow (a shadow of the outline in the same colour
+    // whose radius is half the glow value; a shadow radius is twice the
+    // Gaussian's deviation), cached as one image.
+    const double sigma = std::max(0.0, config.cameraBorderGlow) * 0.5 / 2;
+    const double width = config.cameraBorderWidth;
+    const QString key = QString::asprintf("%g,%g,%g,%g,%d,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
+                                          int(shape), config.cameraBorderRadius, width, sigma, color.rgba());
+    if (key != borderKey_) {
+        borderKey_ = key;
+        border_ = SoftShadow::glowingOutline(path, width, sigma, color);
     }
-    if (config.cameraBorderWidth > 0) {
-        const QString key = QString::asprintf("%g,%g,%g,%g,%d,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
-                                              int(shape), config.cameraBorderRadius, config.cameraBorderWidth,
-                                              color.rgba());
-        if (key != borderKey_) {
-            borderKey_ = key;
-            border_ = SoftShadow::make(path, config.cameraBorderWidth, 0, color);
-        }
-        border_.draw(painter);
+    // Only the band around the outline holds anything: leave out the inside.
+    const double reach = width / 2 + 3 * sigma + 2;
+    QRectF inside;
+    if (shape == CameraShape::circle) {
+        const double half = (std::min(r.width(), r.height()) / 2 - reach) / std::sqrt(2.0);
+        if (half > 0) inside = QRectF(r.center().x() - half, r.center().y() - half, 2 * half, 2 * half);
+    } else {
+        const double inset = std::clamp(config.cameraBorderRadius, 0.0, std::min(r.width(), r.height()) / 2) + reach;
+        inside = r.adjusted(inset, inset, -inset, -inset);
     }
+    border_.drawAround(painter, {}, inside.isValid() ? inside : QRectF());
 }
 
 void CameraLayerPainter::paint(QPainter& painter, QSizeF canvas, SceneLayout layout, QRectF cameraFrame,

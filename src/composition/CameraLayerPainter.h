@@ -32,8 +32,6 @@ private:
     void paintBox(QPainter& painter, const CameraBox& box, CameraShape shape, const SourceConfiguration& config,
                   const SourceFrame& frame);
 
-    QString glowKey_;
-    SoftShadow glow_;
     QString borderKey_;
     SoftShadow border_;
     QImage layer_;  // reused for the masked layouts

@@ -91,29 +91,19 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
         painter.drawImage(blurred.target(r), blurred.image);
     painter.restore();
 
-    if (c.borderEnabled) {
+    if (c.borderEnabled && c.borderWidth > 0) {
+        // The outline and its glow (a shadow of the outline in the same
+        // colour, radius borderGlow) are one cached image.
         const QColor color = ColorConvert::from(c.borderColor);
-        if (c.borderGlow > 0) {
-            const double sigma = c.borderGlow / 2;
-            const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(),
-                                                  radius, c.borderWidth, sigma, color.rgba());
-            if (key != glowKey_) {
-                glowKey_ = key;
-                glow_ = SoftShadow::make(outline, std::max(0.5, c.borderWidth), sigma, color);
-            }
-            const double inset = radius + c.borderWidth / 2 + 3 * sigma + 1;
-            glow_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
+        const double sigma = std::max(0.0, c.borderGlow) / 2;
+        const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(), radius,
+                                              c.borderWidth, sigma, color.rgba());
+        if (key != borderKey_) {
+            borderKey_ = key;
+            border_ = SoftShadow::glowingOutline(outline, c.borderWidth, sigma, color);
         }
-        if (c.borderWidth > 0) {
-            const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(), radius,
-                                                  c.borderWidth, color.rgba());
-            if (key != borderKey_) {
-                borderKey_ = key;
-                border_ = SoftShadow::make(outline, c.borderWidth, 0, color);
-            }
-            const double inset = radius + c.borderWidth / 2 + 2;
-            border_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
-        }
+        const double inset = radius + c.borderWidth / 2 + 3 * sigma + 2;
+        border_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
     }
     painter.restore();
 }

@@ -27,8 +27,6 @@ public:
 private:
     QString shadowKey_;
     SoftShadow shadow_;
-    QString glowKey_;
-    SoftShadow glow_;
     QString borderKey_;
     SoftShadow border_;
 };

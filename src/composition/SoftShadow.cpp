@@ -56,6 +56,21 @@ SoftShadow SoftShadow::make(const QPainterPath& shape, double strokeWidth, doubl
     return out;
 }
 
+SoftShadow SoftShadow::glowingOutline(const QPainterPath& shape, double strokeWidth, double glowSigma,
+                                      const QColor& color) {
+    SoftShadow out = make(shape, strokeWidth, glowSigma, color);
+    if (out.isNull() || glowSigma <= 0) return out;
+    QPainter p(&out.image_);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.translate(-out.target_.topLeft());
+    QPen pen(color, strokeWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    pen.setMiterLimit(10);
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(shape);
+    return out;
+}
+
 void SoftShadow::draw(QPainter& painter, QPointF offset) const {
     if (image_.isNull()) return;
     painter.drawImage(target_.topLeft() + offset, image_);

@@ -22,6 +22,11 @@ public:
     // standard deviation in canvas points.
     static SoftShadow make(const QPainterPath& shape, double strokeWidth, double sigma, const QColor& color);
 
+    // A glowing outline in one image: the shape's outline blurred by
+    // glowSigma (none when 0), with the crisp outline over it.
+    static SoftShadow glowingOutline(const QPainterPath& shape, double strokeWidth, double glowSigma,
+                                     const QColor& color);
+
     // Draws the shadow moved by `offset`.
     void draw(QPainter& painter, QPointF offset = {}) const;
 

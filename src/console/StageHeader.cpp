@@ -32,6 +32,8 @@ StageHeader::StageHeader(const QString& title, bool isLive, QWidget* parent) : Q
     buttons_->setSpacing(6);
     row->addLayout(buttons_);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    // Both headers keep one height, so that the two pictures line up.
+    setFixedHeight(40);
 }
 
 void StageHeader::setSubtitle(const QString& subtitle) {

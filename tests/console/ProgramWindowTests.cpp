@@ -137,3 +137,29 @@ TEST_F(PopOut, DrawingMadeInThePopOutShowsOnTheProgramStage) {
 
 }  // namespace
 }  // namespace orvane
+
+namespace orvane {
+namespace {
+
+TEST_F(PopOut, BlankCursorWhenHiddenAndGeometryRemembered) {
+    s.streamManager->setShowCursor(false);
+    s.streamManager->openProgramWindow();
+    ProgramOutputWindow* window = openWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(window->isCursorHidden());
+    EXPECT_EQ(window->cursor().shape(), Qt::BlankCursor);
+    window->resize(960, 540);
+    QApplication::processEvents();
+    s.streamManager->closeProgramWindow();
+    QApplication::processEvents();
+
+    s.streamManager->setShowCursor(true);
+    s.streamManager->openProgramWindow();
+    window = openWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_FALSE(window->isCursorHidden());
+    EXPECT_EQ(window->size(), QSize(960, 540));
+}
+
+}  // namespace
+}  // namespace orvane

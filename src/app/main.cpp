@@ -11,7 +11,14 @@
 #include "remote/WebServerManager.h"
 #endif
 #ifdef ORVANE_HAVE_CAPTURE
+#include <vector>
+
+#include "CaptureFrameSource.h"
+#include "capture/CaptureHub.h"
 #include "capture/ScreenCapturePermissionProbe.h"
+#include "capture/SourceCaptures.h"
+#include "capture/StreamQualitySize.h"
+#include "capture/linux/V4l2CameraBackend.h"
 #include "capture/x11/X11CaptureBackend.h"
 #include "capture/x11/X11WindowRaiser.h"
 #include "console/PermissionsManager.h"
@@ -28,9 +35,30 @@ int main(int argc, char* argv[]) {
 
     orvane::StreamManager streamManager;
 
+    const orvane::FrameSource* frames = nullptr;
 #ifdef ORVANE_HAVE_CAPTURE
-    // One X11 backend lists, probes and raises windows for the whole process.
+    // One X11 backend lists, probes, captures and raises windows for the
+    // whole process; the stages and the pop-out window read live pictures
+    // through the hub, one capture per target.
     orvane::X11CaptureBackend captureBackend;
+    orvane::V4l2CameraBackend cameraBackend;
+    orvane::CaptureHub captureHub;
+    orvane::SourceCaptures sourceCaptures(captureBackend, cameraBackend, captureHub,
+                                          orvane::captureQualityFor(streamManager.streamQuality()));
+    orvane::CaptureFrameSource captureFrames(sourceCaptures);
+    frames = &captureFrames;
+    QObject::connect(&streamManager, &orvane::StreamManager::streamQualityChanged, &sourceCaptures,
+                     [&] { sourceCaptures.setQuality(orvane::captureQualityFor(streamManager.streamQuality())); });
+    // Captures run only for the sources of the two scenes on screen.
+    auto retainShown = [&] {
+        std::vector<orvane::Uuid> shown;
+        for (const auto* scene : {&streamManager.activeScene(), &streamManager.programScene()})
+            if (*scene)
+                for (const auto& source : (*scene)->sources) shown.push_back(source.id);
+        sourceCaptures.retainOnly(shown);
+    };
+    QObject::connect(&streamManager, &orvane::StreamManager::activeSceneChanged, &sourceCaptures, retainShown);
+    QObject::connect(&streamManager, &orvane::StreamManager::programSceneChanged, &sourceCaptures, retainShown);
     streamManager.setWindowRaiser(std::make_shared<orvane::X11WindowRaiser>(captureBackend));
     orvane::PermissionsManager::setDefaultProbe([&captureBackend] {
         return orvane::ScreenCapturePermissionProbe(captureBackend).getScreenCapturePermissionStatus();
@@ -42,7 +70,7 @@ int main(int argc, char* argv[]) {
 #endif
 
     orvane::WindowManager windowManager;
-    orvane::ContentView root(streamManager, windowManager);
+    orvane::ContentView root(streamManager, windowManager, frames);
     root.setWindowTitle(QStringLiteral("OrvaneUI"));
     root.setMinimumSize(900, 600);
     root.resize(1440, 900);

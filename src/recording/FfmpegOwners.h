@@ -6,7 +6,6 @@ extern "C" {
 #include <libavutil/audio_fifo.h>
 #include <libavutil/frame.h>
 #include <libswresample/swresample.h>
-#include <libswscale/swscale.h>
 }
 
 #include <QString>
@@ -31,9 +30,6 @@ struct AvFrameRelease {
 struct AvPacketRelease {
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
 };
-struct SwsRelease {
-    void operator()(SwsContext* context) const { sws_freeContext(context); }
-};
 struct SwrRelease {
     void operator()(SwrContext* context) const { swr_free(&context); }
 };
@@ -45,7 +41,6 @@ using AvOutput = std::unique_ptr<AVFormatContext, AvOutputClose>;
 using AvEncoder = std::unique_ptr<AVCodecContext, AvEncoderFree>;
 using AvFrameOwner = std::unique_ptr<AVFrame, AvFrameRelease>;
 using AvPacketOwner = std::unique_ptr<AVPacket, AvPacketRelease>;
-using SwsOwner = std::unique_ptr<SwsContext, SwsRelease>;
 using SwrOwner = std::unique_ptr<SwrContext, SwrRelease>;
 using AudioFifoOwner = std::unique_ptr<AVAudioFifo, AudioFifoRelease>;
 

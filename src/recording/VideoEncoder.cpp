@@ -1,8 +1,6 @@
 #include "recording/VideoEncoder.h"
 
-extern "C" {
-#include <libavutil/opt.h>
-}
+#include <libyuv/convert_from_argb.h>
 
 #include "recording/MovieWriter.h"
 
@@ -28,8 +26,9 @@ QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
     c->keyint_min = kKeyFrameInterval;
     c->max_b_frames = 0;
     c->profile = FF_PROFILE_H264_BASELINE;
+    // libyuv converts with the BT.601 matrix into studio range.
     c->color_range = AVCOL_RANGE_MPEG;
-    c->colorspace = AVCOL_SPC_BT709;
+    c->colorspace = AVCOL_SPC_SMPTE170M;
     c->color_primaries = AVCOL_PRI_BT709;
     c->color_trc = AVCOL_TRC_BT709;
     if (globalHeader) c->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
@@ -50,24 +49,6 @@ QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
     frame_->height = c->height;
     if (const int allocated = av_frame_get_buffer(frame_.get(), 0); allocated < 0) return avErrorText(allocated);
 
-    // Same size, so no scaling: the cost is the colour conversion, which
-    // swscale's vector code does on slices in two threads.
-    SwsContext* converter = sws_alloc_context();
-    if (!converter) return QStringLiteral("Out of memory");
-    converter_.reset(converter);
-    av_opt_set_int(converter, "srcw", c->width, 0);
-    av_opt_set_int(converter, "srch", c->height, 0);
-    av_opt_set_int(converter, "src_format", AV_PIX_FMT_BGRA, 0);
-    av_opt_set_int(converter, "dstw", c->width, 0);
-    av_opt_set_int(converter, "dsth", c->height, 0);
-    av_opt_set_int(converter, "dst_format", AV_PIX_FMT_YUV420P, 0);
-    av_opt_set_int(converter, "sws_flags", SWS_POINT, 0);
-    av_opt_set_int(converter, "threads", 2, 0);
-    if (const int ready = sws_init_context(converter, nullptr, nullptr); ready < 0)
-        return QStringLiteral("Cannot set up the colour conversion: ") + avErrorText(ready);
-    // Studio-range BT.709, as the stream says.
-    const int* coefficients = sws_getCoefficients(SWS_CS_ITU709);
-    sws_setColorspaceDetails(converter, coefficients, 1, coefficients, 0, 0, 1 << 16, 1 << 16);
     return {};
 }
 
@@ -79,9 +60,12 @@ void VideoEncoder::setStream(MovieWriter* writer, int streamIndex) {
 QString VideoEncoder::encode(const std::uint8_t* bgra, int bytesPerLine, std::int64_t frameIndex) {
     if (!encoder_) return QStringLiteral("Encoder not open");
     if (const int writable = av_frame_make_writable(frame_.get()); writable < 0) return avErrorText(writable);
-    const std::uint8_t* const source[4] = {bgra, nullptr, nullptr, nullptr};
-    const int strides[4] = {bytesPerLine, 0, 0, 0};
-    sws_scale(converter_.get(), source, strides, 0, encoder_->height, frame_->data, frame_->linesize);
+    // The colour conversion is the largest cost after encoding: libyuv's
+    // vector code does it in one pass over the picture.
+    if (libyuv::ARGBToI420(bgra, bytesPerLine, frame_->data[0], frame_->linesize[0], frame_->data[1],
+                           frame_->linesize[1], frame_->data[2], frame_->linesize[2], encoder_->width,
+                           encoder_->height) != 0)
+        return QStringLiteral("Colour conversion failed");
     frame_->pts = frameIndex;
     if (const int sent = avcodec_send_frame(encoder_.get(), frame_.get()); sent < 0) return avErrorText(sent);
     ++framesEncoded_;

@@ -13,7 +13,8 @@ class MovieWriter;
 
 // H.264 by libx264 for one recording: baseline profile, a key frame every 30
 // frames, 30 frames a second, an average bit rate. Frames come in as packed
-// BGRA pictures and are converted to 4:2:0 here. Used by one thread at a time.
+// BGRA pictures and are converted to 4:2:0 (BT.601, studio range) here.
+// Used by one thread at a time.
 class VideoEncoder {
 public:
     static constexpr int kFramesPerSecond = 30;
@@ -52,7 +53,6 @@ private:
     QString drain();
 
     AvEncoder encoder_;
-    SwsOwner converter_;
     AvFrameOwner frame_;
     AvPacketOwner packet_;
     MovieWriter* writer_ = nullptr;

@@ -8,7 +8,12 @@
 #include "engine/StreamManager.h"
 
 #ifdef ORVANE_HAVE_REMOTE
+#include "console/BottomBarView.h"
+#include "console/MainStreamingView.h"
+#include "remote/QRCodeURL.h"
+#include "remote/QrCodeImage.h"
 #include "remote/WebServerManager.h"
+#include "remote/session/StreamManagerRemoteBridge.h"
 #endif
 #ifdef ORVANE_HAVE_CAPTURE
 #include <vector>
@@ -65,12 +70,23 @@ int main(int argc, char* argv[]) {
     });
 #endif
 #ifdef ORVANE_HAVE_REMOTE
-    // Constructed but not started: the remote panel turns it on.
-    streamManager.setWebServerManager(new orvane::WebServerManager);
+    // Constructed but not started: the remote panel turns it on. The bridge
+    // publishes the session to the server and carries the telephone's
+    // actions back to it.
+    auto* server = new orvane::WebServerManager;
+    streamManager.setWebServerManager(server);
+    new orvane::StreamManagerRemoteBridge(&streamManager, server, server);
 #endif
 
     orvane::WindowManager windowManager;
     orvane::ContentView root(streamManager, windowManager, frames);
+#ifdef ORVANE_HAVE_REMOTE
+    root.mainStreamingView()->bottomBar()->setQrCodeGenerator([server](const QString&) {
+        // The diagnostic lines of a showing, then the code of its address.
+        const auto shown = orvane::QRCodeURL::forServer(server->localIP(), server->serverPort());
+        return orvane::generateQRCode(shown.url);
+    });
+#endif
     root.setWindowTitle(QStringLiteral("OrvaneUI"));
     root.setMinimumSize(900, 600);
     root.resize(1440, 900);

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include "console/QrCodeView.h"
 #include "console/ServerAddress.h"
 #include "console/SymbolButton.h"
 #include "console/Symbols.h"
@@ -108,6 +109,11 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
             QGuiApplication::clipboard()->setText(ServerAddress::url(streamManager_.webServerManager()));
     });
     serverRow->addWidget(copy);
+    auto* qr = new SymbolButton(QString(), "qrcode");
+    qr->setLook(toggleLook(false, Theme::green()));
+    qr->setHelpText(QStringLiteral("Show QR Code"));
+    connect(qr, &QPushButton::clicked, this, &BottomBarView::showQrCode);
+    serverRow->addWidget(qr);
     row->addWidget(server_);
 
     blur_ = new SymbolButton(QStringLiteral("Blur"), "eye.slash");
@@ -165,6 +171,12 @@ void BottomBarView::watchServer() {
         ServerAddress::watch(server, this, "refreshServer()");
     }
     refreshServer();
+}
+
+void BottomBarView::showQrCode() {
+    auto* sheet = new QrCodeView(ServerAddress::url(streamManager_.webServerManager()), qrCodeGenerator_, window());
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->open();
 }
 
 void BottomBarView::refreshServer() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QImage>
 #include <QPointer>
+#include <functional>
 #include <QWidget>
 
 class QLabel;
@@ -18,7 +20,14 @@ class BottomBarView : public QWidget {
     Q_OBJECT
 
 public:
+    using QrCodeGenerator = std::function<QImage(const QString&)>;
+
     explicit BottomBarView(StreamManager& streamManager, QWidget* parent = nullptr);
+
+    // How "Show QR Code" makes its picture; without one the sheet says it
+    // failed.
+    void setQrCodeGenerator(QrCodeGenerator generator) { qrCodeGenerator_ = std::move(generator); }
+    void showQrCode();
 
     VersionInfoView* versionInfoView() const { return version_; }
     SymbolButton* blurButton() const { return blur_; }
@@ -47,6 +56,7 @@ private:
     SymbolButton* blur_ = nullptr;
     SymbolButton* performance_ = nullptr;
     QPointer<QObject> watchedServer_;
+    QrCodeGenerator qrCodeGenerator_;
 };
 
 }  // namespace orvane

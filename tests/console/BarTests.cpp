@@ -1,0 +1,87 @@
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "BarTests.h"
+#include "ConsoleTestSupport.h"
+#include "console/BottomBarView.h"
+#include "console/SymbolButton.h"
+#include "console/TopBarView.h"
+#include "document/PresetTemplates.h"
+
+namespace orvane {
+namespace {
+
+using test::Session;
+
+TEST(ConsoleBars, ServerAddressAndRemoteFollowTheServer) {
+    Session s;
+    auto* server = new test::FakeServer;
+    s.streamManager->setWebServerManager(server);
+    TopBarView top(*s.streamManager, s.windowManager);
+    BottomBarView bottom(*s.streamManager);
+    top.show();
+    bottom.show();
+    EXPECT_FALSE(top.remoteButton()->isVisibleTo(&top));
+    EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
+
+    server->setRunning(true);
+    EXPECT_TRUE(top.remoteButton()->isVisibleTo(&top));
+    ASSERT_TRUE(bottom.serverBlock()->isVisibleTo(&bottom));
+    bool found = false;
+    for (QLabel* label : bottom.serverBlock()->findChildren<QLabel*>())
+        found = found || label->text() == QStringLiteral("http://192.168.1.20:8765");
+    EXPECT_TRUE(found);
+
+    server->setRunning(false);
+    EXPECT_FALSE(top.remoteButton()->isVisibleTo(&top));
+    EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
+}
+
+TEST(ConsoleBars, PresetNameEditing) {
+    Session s;
+    TopBarView top(*s.streamManager, s.windowManager);
+    top.show();
+    top.setPresetName(QStringLiteral("Morning"));
+    QStringList edited;
+    QObject::connect(&top, &TopBarView::presetNameEdited, [&](const QString& n) { edited << n; });
+
+    top.startEditing();
+    top.presetNameField()->setText(QStringLiteral("Changed"));
+    top.cancelEditing();
+    EXPECT_FALSE(top.isEditingPreset());
+    EXPECT_EQ(top.presetName(), QStringLiteral("Morning"));
+
+    top.startEditing();
+    top.presetNameField()->clear();
+    QTest::keyClick(top.presetNameField(), Qt::Key_Return);
+    EXPECT_FALSE(top.isEditingPreset());
+    EXPECT_EQ(top.presetName(), QStringLiteral("Morning"));
+    EXPECT_TRUE(edited.isEmpty());
+
+    top.startEditing();
+    top.presetNameField()->setText(QStringLiteral("Evening"));
+    QTest::keyClick(top.presetNameField(), Qt::Key_Return);
+    EXPECT_EQ(top.presetName(), QStringLiteral("Evening"));
+    EXPECT_EQ(edited, QStringList{QStringLiteral("Evening")});
+}
+
+TEST(ConsoleBars, BlurAndPerformanceSwitches) {
+    Session s;
+    BottomBarView bottom(*s.streamManager);
+    bottom.show();
+    EXPECT_FALSE(bottom.statsBlock()->isVisibleTo(&bottom));
+    QTest::mouseClick(bottom.blurButton(), Qt::LeftButton);
+    EXPECT_TRUE(s.streamManager->isBlurModeActive());
+    EXPECT_EQ(bottom.blurButton()->symbol(), "eye.slash.fill");
+    QTest::mouseClick(bottom.performanceButton(), Qt::LeftButton);
+    EXPECT_TRUE(s.streamManager->showPerformanceStats());
+    EXPECT_TRUE(bottom.statsBlock()->isVisibleTo(&bottom));
+    QTest::mouseClick(bottom.performanceButton(), Qt::LeftButton);
+    EXPECT_FALSE(bottom.statsBlock()->isVisibleTo(&bottom));
+}
+
+}  // namespace
+}  // namespace orvane

@@ -84,3 +84,63 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
 
 }  // namespace
 }  // namespace orvane
+
+#include "composition/TestFrameSource.h"
+#include "console/WindowManager.h"
+#include "document/SourceFactory.h"
+
+namespace orvane {
+namespace {
+
+TEST(ConsoleStages, RepaintAtTheCaptureRateOnlyWhileLiveSourcesShow) {
+    Session s;
+    TestFrameSource frames;
+    Preset preset = createPreset("Live", PresetTemplate::custom);
+    StreamingScene live = makeScene("Desk");
+    SourceFactory::addScreenSource(live, DisplayChoice{1, "Main Display"});
+    frames.setFrame(live.sources.front().id, TestFrameSource::patternFrame(QSize(320, 180), Qt::darkGreen));
+    preset.scenes.push_back(live);
+    s.streamManager->setCurrentPreset(preset);
+    s.streamManager->switchToScene(preset.scenes.front());
+    CenterContentView center(*s.streamManager, &frames);
+    center.resize(1200, 500);
+    center.show();
+    QApplication::processEvents();
+    QTest::qWait(50);
+    EXPECT_FALSE(center.previewStage()->isRepaintingContinuously());
+
+    s.streamManager->switchToScene(live);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return center.previewStage()->isRepaintingContinuously(); }, 2000));
+    EXPECT_FALSE(center.programStage()->isRepaintingContinuously());
+    // The live picture itself is drawn: the pattern's green shows in the box.
+    const QRect box = center.previewStage()->pictureBox();
+    const QImage shot = center.previewStage()->grab().toImage();
+    int green = 0;
+    for (int x = box.left(); x < box.right(); x += 4)
+        for (int y = box.top(); y < box.bottom(); y += 4) {
+            const QColor c = shot.pixelColor(x, y);
+            if (c.green() > c.red() + 40 && c.green() > c.blue() + 40) ++green;
+        }
+    EXPECT_GT(green, 100);
+
+    s.streamManager->switchToScene(preset.scenes.front());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !center.previewStage()->isRepaintingContinuously(); }, 2000));
+}
+
+TEST(ConsoleShellWindow, AlwaysOnTopFollowsTheSwitch) {
+    test::ensureApplication();
+    WindowManager manager;
+    QWidget window;
+    window.show();
+    manager.setupMainWindow(&window);
+    QApplication::processEvents();
+    EXPECT_EQ(manager.mainWindow(), &window);
+    manager.setIsAlwaysOnTop(true);
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(window.isVisible());
+    manager.setIsAlwaysOnTop(false);
+    EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+}  // namespace
+}  // namespace orvane

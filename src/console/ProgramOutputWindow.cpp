@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QVBoxLayout>
+#include <cstdlib>
 
 #include "console/VirtualCameraOutputView.h"
 
@@ -26,6 +27,14 @@ ProgramOutputWindow::ProgramOutputWindow(StreamManager& streamManager, const Fra
     layout->setContentsMargins(0, 0, 0, 0);
     content_ = new VirtualCameraOutputView(streamManager, frames);
     layout->addWidget(content_);
+
+    if (options.aspectWidth > 0 && options.aspectHeight > 0) {
+        aspectWidth_ = options.aspectWidth;
+        aspectHeight_ = options.aspectHeight;
+    }
+    aspectTimer_.setSingleShot(true);
+    aspectTimer_.setInterval(200);
+    connect(&aspectTimer_, &QTimer::timeout, this, &ProgramOutputWindow::keepAspect);
 
     frameKey_ = QStringLiteral("windows/%1").arg(QString::fromStdString(options.frameName));
     const QByteArray saved = frameKey_.isEmpty() ? QByteArray() : settings_.value(frameKey_).toByteArray();
@@ -89,7 +98,16 @@ void ProgramOutputWindow::moveEvent(QMoveEvent* event) {
 
 void ProgramOutputWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (isVisible()) saveGeometryNow();
+    if (!isVisible()) return;
+    saveGeometryNow();
+    aspectTimer_.start();
+}
+
+void ProgramOutputWindow::keepAspect() {
+    if (isMaximized() || isFullScreen() || closingBySession_) return;
+    const int wanted = width() * aspectHeight_ / aspectWidth_;
+    if (std::abs(height() - wanted) <= 1 || wanted < minimumHeight()) return;
+    resize(width(), wanted);
 }
 
 void ProgramOutputWindow::saveGeometryNow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 
@@ -43,6 +44,7 @@ protected:
 
 private:
     void saveGeometryNow();
+    void keepAspect();
 
     std::function<void(ProgramWindow*)> onUserClose_;
     QSettings& settings_;
@@ -51,6 +53,11 @@ private:
     Level level_ = Level::normal;
     bool closingBySession_ = false;
     bool cursorHidden_ = false;
+    int aspectWidth_ = 16;
+    int aspectHeight_ = 9;
+    // Settles the window back to 16:9 once a resize has come to rest, so
+    // that it never fights the window manager during a drag.
+    QTimer aspectTimer_;
 };
 
 }  // namespace orvane

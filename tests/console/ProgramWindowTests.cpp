@@ -163,3 +163,21 @@ TEST_F(PopOut, BlankCursorWhenHiddenAndGeometryRemembered) {
 
 }  // namespace
 }  // namespace orvane
+
+namespace orvane {
+namespace {
+
+TEST_F(PopOut, SettlesBackToSixteenByNineAfterAResize) {
+    s.streamManager->openProgramWindow();
+    ProgramOutputWindow* window = openWindow();
+    ASSERT_NE(window, nullptr);
+    window->resize(1000, 700);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->size() == QSize(1000, 562); }, 2000))
+        << window->width() << "x" << window->height();
+    window->resize(500, 200);  // below the minimum: held at 640 by 360
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->size() == QSize(640, 360); }, 2000))
+        << window->width() << "x" << window->height();
+}
+
+}  // namespace
+}  // namespace orvane

@@ -155,6 +155,9 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
 }
 
 int raw(VideoQuality quality, long long frameCount) {
+    // Frames go to the real standard output; log lines to standard error.
+    const int out = ::dup(STDOUT_FILENO);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
     ReferenceScene reference;
     QTest::qWait(1000);  // the camera runs
     const VideoQualityRow row = videoQualityRow(quality);
@@ -178,7 +181,7 @@ int raw(VideoQuality quality, long long frameCount) {
         const char* data = reinterpret_cast<const char*>(image.constBits());
         std::size_t left = static_cast<std::size_t>(image.sizeInBytes());
         while (left > 0) {
-            const ssize_t written = ::write(STDOUT_FILENO, data, left);
+            const ssize_t written = ::write(out, data, left);
             if (written <= 0) return 1;
             data += written;
             left -= static_cast<std::size_t>(written);

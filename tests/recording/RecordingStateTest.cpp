@@ -17,6 +17,7 @@
 #include "recording/RecordingStatus.h"
 #include "recording/RemoteRecordingSwitch.h"
 #include "recording/VideoQuality.h"
+#include "support/MediaProbe.h"
 #include "support/RecordingHarness.h"
 
 namespace orvane {
@@ -149,6 +150,22 @@ TEST_F(RecordingStateTest, WalksThroughPreparingRecordingStoppingCompleted) {
                                                 RecordingStatus::stopping, RecordingStatus::completed};
     EXPECT_EQ(seen, expected);
     EXPECT_GT(r.lastFigures().framesEncoded, 15);
+}
+
+TEST_F(RecordingStateTest, WithoutAProgramSceneTheFramesSayNoProgramActive) {
+    harness.session().setProgramScene(std::nullopt);
+    RecordingManager& r = harness.recorder();
+    r.setOutputFormat(OutputFormat::mp4);
+    ASSERT_EQ(harness.record(1.0), RecordingStatus::completed);
+    const QImage frame = test::MediaProbe::videoFrame(r.outputURL()->toLocalFile(), 0.5, QSize(1280, 720));
+    ASSERT_FALSE(frame.isNull());
+    // Black, with the white title in the middle of the picture.
+    EXPECT_LT(qGray(frame.pixel(20, 20)), 24);
+    EXPECT_LT(qGray(frame.pixel(1260, 700)), 24);
+    int white = 0;
+    for (int y = 330; y < 400; ++y)
+        for (int x = 540; x < 740; ++x) white += qGray(frame.pixel(x, y)) > 200 ? 1 : 0;
+    EXPECT_GT(white, 50) << "the title's letters";
 }
 
 TEST_F(RecordingStateTest, StopWhileNotRecordingChangesNothing) {

@@ -109,6 +109,8 @@ bool CompositionSurface::click(QPointF point, QSizeF canvas, const Context& cont
     return renderer_->click(point, canvas, inputs, device, now());
 }
 
+int CompositionSurface::slideIndex(const Source& source) const { return renderer_->slideIndex(source); }
+
 bool CompositionSurface::needsFrames(double now) const {
     if (player_.isActive(now)) return true;
     if (!showsComposition()) return false;

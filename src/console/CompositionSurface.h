@@ -58,6 +58,8 @@ public:
     // animation of the composition, or live sources.
     bool needsFrames(double now) const;
     bool isTransitionActive(double now) const { return player_.isActive(now); }
+    // The page that a deck of the shown scene is on here.
+    int slideIndex(const Source& source) const;
     // Whether a scene with sources is drawn (rather than a placeholder).
     bool showsComposition() const;
 

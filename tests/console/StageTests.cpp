@@ -86,6 +86,7 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
 }  // namespace orvane
 
 #include "composition/TestFrameSource.h"
+#include "console/CompositionSurface.h"
 #include "console/WindowManager.h"
 #include "document/SourceFactory.h"
 
@@ -140,6 +141,44 @@ TEST(ConsoleShellWindow, AlwaysOnTopFollowsTheSwitch) {
     EXPECT_TRUE(window.isVisible());
     manager.setIsAlwaysOnTop(false);
     EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+}  // namespace
+}  // namespace orvane
+
+namespace orvane {
+namespace {
+
+TEST(ConsoleStages, PageClicksOnAStageReachTheSlides) {
+    Session s;
+    Preset preset = createPreset("Deck", PresetTemplate::custom);
+    StreamingScene& scene = preset.scenes.front();
+    SourceFactory::addSlidesSource(scene);
+    auto& deck = *scene.sources.front().configuration.slidesResource;
+    Slide second = deck.slides.front();
+    second.id = Uuid::generate();
+    second.title = "Second";
+    second.order = 1;
+    deck.slides.push_back(second);
+    s.streamManager->setCurrentPreset(preset);
+    s.streamManager->switchToScene(scene);
+    CenterContentView center(*s.streamManager, nullptr);
+    center.resize(1200, 500);
+    center.show();
+    QApplication::processEvents();
+    StreamPreviewView* stage = center.previewStage();
+    const Source& source = s.streamManager->activeScene()->sources.front();
+    ASSERT_EQ(stage->surface().slideIndex(source), 0);
+
+    // Somewhere along the bottom of the slide sits the "next" button.
+    const QRect box = stage->pictureBox();
+    bool turned = false;
+    for (int y = box.bottom() - 2; y > box.top() + box.height() * 3 / 4 && !turned; y -= 3)
+        for (int x = box.left() + box.width() / 2; x < box.right() && !turned; x += 3) {
+            QTest::mouseClick(stage, Qt::LeftButton, {}, QPoint(x, y));
+            turned = stage->surface().slideIndex(source) == 1;
+        }
+    EXPECT_TRUE(turned);
 }
 
 }  // namespace

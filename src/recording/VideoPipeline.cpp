@@ -43,7 +43,15 @@ QString VideoPipeline::stop() {
         renderThread_.join();
     }
     queue_.close();
-    if (encodeThread_.joinable()) encodeThread_.join();  // encodes what is queued, then ends
+    if (encodeThread_.joinable()) {
+        encodeThread_.join();  // encodes what is queued, then ends
+        const auto average_ms = [](std::int64_t total_ns, std::int64_t count) {
+            return count > 0 ? std::to_string(static_cast<double>(total_ns) / 1e6 / static_cast<double>(count)) : "-";
+        };
+        logLine("🎞️ Recording video: " + std::to_string(encoded_.load()) + " frames, " +
+                std::to_string(dropped_.load()) + " dropped; composing " + average_ms(composeTime_ns_, composed_) +
+                " ms, converting and encoding " + average_ms(encodeTime_ns_, encoded_) + " ms a frame");
+    }
     if (failed_) return {};
     return encoder_.flush();
 }
@@ -80,6 +88,7 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
             frameIndex += missed;
             continue;
         }
+        const Clock::time_point composeStart = Clock::now();
         std::shared_ptr<const ProgramSnapshot> snapshot = snapshots_->latest();
         QImage image = queue_.takeBuffer();
         if (snapshot) {
@@ -89,6 +98,7 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
             image.fill(Qt::black);
         }
         ++composed_;
+        composeTime_ns_ += std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - composeStart).count();
         if (!queue_.push(std::move(image), frameIndex)) ++dropped_;
         ++frameIndex;
     }
@@ -97,9 +107,14 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
 void VideoPipeline::encodeLoop(std::stop_token stop) {
     while (std::optional<FrameQueue::Item> item = queue_.pop(stop)) {
         if (!failed_) {
+            const auto encodeStart = RecordingClock::Clock::now();
             const QString failure = encoder_.encode(item->image.constBits(),
                                                     static_cast<int>(item->image.bytesPerLine()), item->frameIndex);
             if (!failure.isEmpty()) reportFailure(failure);
+            encodeTime_ns_ += std::chrono::duration_cast<std::chrono::nanoseconds>(RecordingClock::Clock::now() -
+                                                                                   encodeStart)
+                                  .count();
+            ++encoded_;
         }
         queue_.recycle(std::move(item->image));
     }

@@ -63,6 +63,9 @@ private:
     std::atomic<bool> failed_{false};
     std::atomic<std::int64_t> composed_{0};
     std::atomic<std::int64_t> dropped_{0};
+    std::atomic<std::int64_t> composeTime_ns_{0};  // summed over composed frames
+    std::atomic<std::int64_t> encodeTime_ns_{0};   // summed over encoded frames
+    std::atomic<std::int64_t> encoded_{0};
 
     std::mutex waitMutex_;  // protects nothing: the render thread's sleep until the next frame
     std::condition_variable_any wake_;

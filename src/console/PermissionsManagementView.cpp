@@ -28,15 +28,27 @@ QLabel* text(const QString& value, double size, Theme::Weight weight = Theme::We
     return label;
 }
 
-SymbolButton* actionRow(const QString& label, std::string symbol) {
-    auto* button = new SymbolButton(label, std::move(symbol));
-    SymbolButton::Look look;
-    look.fontSize = 13;
-    look.symbolSize = 13;
-    look.paddingY = 9;
-    look.radius = 8;
-    button->setLook(look);
-    button->setStyleSheet(button->styleSheet() + QStringLiteral("QPushButton { text-align: left; }"));
+// A full-width row: a leading symbol, the label, and a trailing symbol.
+QPushButton* actionRow(const QString& label, std::string_view leading, std::string_view trailing) {
+    auto* button = new QPushButton;
+    button->setAccessibleName(label);
+    button->setCursor(Qt::PointingHandCursor);
+    button->setMinimumHeight(38);
+    button->setStyleSheet(QStringLiteral("QPushButton { background: rgba(255,255,255,0.1); border: none;"
+                                         " border-radius: 8px; } QPushButton:hover { background: rgba(255,255,255,0.16); }"));
+    auto* row = new QHBoxLayout(button);
+    row->setContentsMargins(12, 6, 12, 6);
+    row->setSpacing(8);
+    QLabel* lead = iconLabel(leading, 14, Theme::purple());
+    QLabel* name = text(label, 13, Theme::Weight::medium);
+    for (QLabel* part : {lead, name}) part->setAttribute(Qt::WA_TransparentForMouseEvents);
+    row->addWidget(lead);
+    row->addWidget(name, 1);
+    if (!trailing.empty()) {
+        QLabel* trail = iconLabel(trailing, 12, Theme::white(0.5));
+        trail->setAttribute(Qt::WA_TransparentForMouseEvents);
+        row->addWidget(trail);
+    }
     return button;
 }
 }  // namespace
@@ -102,13 +114,13 @@ PermissionsManagementView::PermissionsManagementView(QSettings& settings, QWidge
     permissionRow->addWidget(configure_);
     column->addLayout(permissionRow);
 
-    auto* assistant = actionRow(QStringLiteral("Open Setup Assistant"), "sparkles");
+    auto* assistant = actionRow(QStringLiteral("Open Setup Assistant"), "sparkles", "chevron.right");
     connect(assistant, &QPushButton::clicked, this, &PermissionsManagementView::showOnboarding);
     column->addWidget(assistant);
-    auto* settingsButton = actionRow(QStringLiteral("Open System Settings"), "gearshape.fill");
+    auto* settingsButton = actionRow(QStringLiteral("Open System Settings"), "gearshape.fill", "arrow.up.forward.app");
     connect(settingsButton, &QPushButton::clicked, this, [] { PermissionsManager::openPrivacySettings(); });
     column->addWidget(settingsButton);
-    auto* reset = actionRow(QStringLiteral("Reset Welcome Assistant"), "arrow.counterclockwise");
+    auto* reset = actionRow(QStringLiteral("Reset Welcome Assistant"), "arrow.counterclockwise", {});
     connect(reset, &QPushButton::clicked, this, [this] {
         permissions_->setHasCompletedOnboarding(false);
         showOnboarding();

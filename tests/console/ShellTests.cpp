@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
@@ -146,6 +147,35 @@ TEST(ConsoleShell, StagesStackBelowEightHundredPixels) {
     QApplication::processEvents();
     EXPECT_FALSE(center.isStacked());
     EXPECT_LT(center.previewStage()->mapTo(&center, QPoint()).x(), center.programStage()->mapTo(&center, QPoint()).x());
+}
+
+}  // namespace
+}  // namespace orvane
+
+namespace orvane {
+namespace {
+
+// Every control on both screens can be named by assistive technology.
+TEST(ConsoleShell, EveryControlHasAnAccessibleName) {
+    Session s;
+    s.storage->savePreset(createPreset("Names", PresetTemplate::streaming));
+    ContentView root(*s.streamManager, s.windowManager);
+    root.resize(1280, 800);
+    root.show();
+    auto check = [&](QWidget* screen) {
+        for (QWidget* w : screen->findChildren<QWidget*>()) {
+            if (!qobject_cast<QAbstractButton*>(w) && !qobject_cast<QLineEdit*>(w)) continue;
+            const QString name = w->accessibleName().isEmpty() && qobject_cast<QAbstractButton*>(w)
+                                     ? static_cast<QAbstractButton*>(w)->text()
+                                     : w->accessibleName();
+            EXPECT_FALSE(name.isEmpty()) << w->metaObject()->className() << " " << w->objectName().toStdString();
+        }
+    };
+    check(root.presetSelectionView());
+    root.presetSelectionView()->selectPreset(root.presetSelectionView()->presets().front());
+    check(root.mainStreamingView());
+    AddSceneView* sheet = root.mainStreamingView()->showAddScene();
+    check(sheet);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "console/ContentView.h"
 
 #include <QGraphicsBlurEffect>
+#include <QGraphicsOpacityEffect>
+#include <QPropertyAnimation>
 #include <QStackedLayout>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -75,8 +77,20 @@ void ContentView::setShowOnboarding(bool show) {
         onboarding_ = new OnboardingView(streamManager_.settings(), this);
         connect(onboarding_, &OnboardingView::finished, this, [this] { setShowOnboarding(false); });
         onboarding_->setGeometry(rect());
+        // The assistant fades in over 0.3 seconds, ease in and out.
+        auto* fade = new QGraphicsOpacityEffect(onboarding_);
+        fade->setOpacity(0);
+        onboarding_->setGraphicsEffect(fade);
+        auto* appear = new QPropertyAnimation(fade, "opacity", onboarding_);
+        appear->setDuration(300);
+        appear->setEasingCurve(QEasingCurve::InOutQuad);
+        appear->setEndValue(1.0);
+        connect(appear, &QPropertyAnimation::finished, onboarding_, [this] {
+            if (onboarding_) onboarding_->setGraphicsEffect(nullptr);
+        });
         onboarding_->show();
         onboarding_->raise();
+        appear->start(QAbstractAnimation::DeleteWhenStopped);
         screens_->setEnabled(false);
         auto* blur = new QGraphicsBlurEffect(screens_);
         blur->setBlurRadius(10);

@@ -18,7 +18,9 @@ VirtualCameraOutputView::VirtualCameraOutputView(StreamManager& streamManager, c
     : QWidget(parent),
       streamManager_(streamManager),
       frames_(frames),
-      surface_(std::make_unique<CompositionSurface>(CompositionSurface::EmptyPicture::noProgram, true)) {
+      // The window updates in place, with no transition, also while the
+      // console's program stage plays one.
+      surface_(std::make_unique<CompositionSurface>(CompositionSurface::EmptyPicture::noProgram, false)) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(QStringLiteral("Program Output"));
     drawing_ = new DrawingOverlayWidget(streamManager_, this);

@@ -38,7 +38,10 @@ StreamPreviewView::StreamPreviewView(Role role, StreamManager& streamManager, co
     connect(&streamManager_, role == Role::preview ? &StreamManager::activeSceneChanged
                                                    : &StreamManager::programSceneChanged,
             this, &StreamPreviewView::takeScene);
-    connect(&streamManager_, &StreamManager::currentPresetChanged, this, changed);
+    connect(&streamManager_, &StreamManager::currentPresetChanged, this, [this] {
+        updateDrawingOverlay();  // the preset decides whether the program shows here
+        update();
+    });
     connect(&streamManager_, &StreamManager::sceneUpdateTimestampChanged, this, changed);
     connect(&streamManager_, &StreamManager::progressBarUpdateTimestampChanged, this, changed);
     connect(&streamManager_, &StreamManager::isBlurModeActiveChanged, this, changed);

@@ -9,7 +9,7 @@ deps:
 	scripts/install-deps
 
 configure: deps
-	cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS)
+	cmake -S . -B $(BUILD) -G Ninja -DORVANE_ONLY= $(CMAKE_FLAGS)
 
 build: configure
 	cmake --build $(BUILD)

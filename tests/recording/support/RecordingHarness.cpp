@@ -29,7 +29,11 @@ RecordingHarness::RecordingHarness(const QString& home)
 
 RecordingHarness::~RecordingHarness() {
     session_.reset();  // takes the recorder with it, which closes any file
+    // The frame table holds the camera capture too; both must go (and the
+    // capture thread be joined) while the camera backend still exists, since
+    // the capture may still be opening its device through it.
     camera_.reset();
+    frames_.reset();
     qputenv("HOME", oldHome_);
 }
 

@@ -18,17 +18,11 @@
 #include "engine/WindowLayer.h"
 #include "engine/WindowRaiser.h"
 
+#include "engine/AssignIfChanged.h"
+
 namespace orvane {
 
 namespace {
-
-// Assigns and tells whether the value changed.
-template <typename T>
-bool assign(T& field, const T& value) {
-    if (field == value) return false;
-    field = value;
-    return true;
-}
 
 QDateTime now() { return QDateTime::currentDateTimeUtc(); }
 
@@ -394,47 +388,47 @@ void StreamManager::setProgramScene(const std::optional<StreamingScene>& scene) 
 }
 
 void StreamManager::setIsTransitioning(bool transitioning) {
-    if (assign(isTransitioning_, transitioning)) emit isTransitioningChanged(transitioning);
+    if (assignIfChanged(isTransitioning_, transitioning)) emit isTransitioningChanged(transitioning);
 }
 
 void StreamManager::setIsRecording(bool recording) {
-    if (assign(isRecording_, recording)) emit isRecordingChanged(recording);
+    if (assignIfChanged(isRecording_, recording)) emit isRecordingChanged(recording);
 }
 
 void StreamManager::setIsStreaming(bool streaming) {
-    if (assign(isStreaming_, streaming)) emit isStreamingChanged(streaming);
+    if (assignIfChanged(isStreaming_, streaming)) emit isStreamingChanged(streaming);
 }
 
 void StreamManager::setIsProgramWindowOpen(bool open) {
-    if (assign(isProgramWindowOpen_, open)) emit isProgramWindowOpenChanged(open);
+    if (assignIfChanged(isProgramWindowOpen_, open)) emit isProgramWindowOpenChanged(open);
 }
 
 void StreamManager::setShowCursor(bool show) {
-    if (assign(showCursor_, show)) emit showCursorChanged(show);
+    if (assignIfChanged(showCursor_, show)) emit showCursorChanged(show);
 }
 
 void StreamManager::setCursorHighlight(bool highlight) {
-    if (assign(cursorHighlight_, highlight)) emit cursorHighlightChanged(highlight);
+    if (assignIfChanged(cursorHighlight_, highlight)) emit cursorHighlightChanged(highlight);
 }
 
 void StreamManager::setShowClicks(bool show) {
-    if (assign(showClicks_, show)) emit showClicksChanged(show);
+    if (assignIfChanged(showClicks_, show)) emit showClicksChanged(show);
 }
 
 void StreamManager::setCursorHighlightColor(const CodableColor& color) {
-    if (assign(cursorHighlightColor_, color)) emit cursorHighlightColorChanged();
+    if (assignIfChanged(cursorHighlightColor_, color)) emit cursorHighlightColorChanged();
 }
 
 void StreamManager::setGlobalMouseLocation(const Point& location) {
-    if (assign(globalMouseLocation_, location)) emit globalMouseLocationChanged();
+    if (assignIfChanged(globalMouseLocation_, location)) emit globalMouseLocationChanged();
 }
 
 void StreamManager::setIsMouseOverMainWindow(bool over) {
-    if (assign(isMouseOverMainWindow_, over)) emit isMouseOverMainWindowChanged(over);
+    if (assignIfChanged(isMouseOverMainWindow_, over)) emit isMouseOverMainWindowChanged(over);
 }
 
 void StreamManager::setLastClickPosition(const Point& position) {
-    if (assign(lastClickPosition_, position)) emit lastClickPositionChanged();
+    if (assignIfChanged(lastClickPosition_, position)) emit lastClickPositionChanged();
 }
 
 void StreamManager::setClickTimestamp(const QDateTime& timestamp) {
@@ -443,33 +437,33 @@ void StreamManager::setClickTimestamp(const QDateTime& timestamp) {
 }
 
 void StreamManager::setMainWindowSize(const Size& size) {
-    if (assign(mainWindowSize_, size)) emit mainWindowSizeChanged();
+    if (assignIfChanged(mainWindowSize_, size)) emit mainWindowSizeChanged();
 }
 
 void StreamManager::setShowPerformanceStats(bool show) {
-    if (assign(showPerformanceStats_, show)) emit showPerformanceStatsChanged(show);
+    if (assignIfChanged(showPerformanceStats_, show)) emit showPerformanceStatsChanged(show);
 }
 
 void StreamManager::setProgramWindowAlwaysOnTop(bool onTop) {
-    if (assign(programWindowAlwaysOnTop_, onTop)) emit programWindowAlwaysOnTopChanged(onTop);
+    if (assignIfChanged(programWindowAlwaysOnTop_, onTop)) emit programWindowAlwaysOnTopChanged(onTop);
 }
 
 void StreamManager::setIsDrawingModeEnabled(bool enabled) {
-    if (!assign(isDrawingModeEnabled_, enabled)) return;
+    if (!assignIfChanged(isDrawingModeEnabled_, enabled)) return;
     emit isDrawingModeEnabledChanged(enabled);
     emit streamManagerUpdate();
 }
 
 void StreamManager::setSelectedDrawingTool(DrawingTool tool) {
-    if (assign(selectedDrawingTool_, tool)) emit selectedDrawingToolChanged();
+    if (assignIfChanged(selectedDrawingTool_, tool)) emit selectedDrawingToolChanged();
 }
 
 void StreamManager::setSelectedDrawingColor(const DrawingColor& color) {
-    if (assign(selectedDrawingColor_, color)) emit selectedDrawingColorChanged();
+    if (assignIfChanged(selectedDrawingColor_, color)) emit selectedDrawingColorChanged();
 }
 
 void StreamManager::setDrawingStrokeWidth(double width) {
-    if (assign(drawingStrokeWidth_, width)) emit drawingStrokeWidthChanged(width);
+    if (assignIfChanged(drawingStrokeWidth_, width)) emit drawingStrokeWidthChanged(width);
 }
 
 void StreamManager::setDrawingShapes(const std::vector<DrawingShape>& shapes) {
@@ -483,25 +477,25 @@ void StreamManager::setFreehandPaths(const std::vector<FreehandPath>& paths) {
 }
 
 void StreamManager::setShowDrawingToolbar(bool show) {
-    if (assign(showDrawingToolbar_, show)) emit showDrawingToolbarChanged(show);
+    if (assignIfChanged(showDrawingToolbar_, show)) emit showDrawingToolbarChanged(show);
 }
 
 void StreamManager::setDrawingButtonPosition(DrawingButtonPosition position) {
-    if (assign(drawingButtonPosition_, position)) emit drawingButtonPositionChanged();
+    if (assignIfChanged(drawingButtonPosition_, position)) emit drawingButtonPositionChanged();
 }
 
 void StreamManager::setShowDrawingButton(bool show) {
-    if (!assign(showDrawingButton_, show)) return;
+    if (!assignIfChanged(showDrawingButton_, show)) return;
     emit showDrawingButtonChanged(show);
     emit streamManagerUpdate();
 }
 
 void StreamManager::setIsBlurModeActive(bool active) {
-    if (assign(isBlurModeActive_, active)) emit isBlurModeActiveChanged(active);
+    if (assignIfChanged(isBlurModeActive_, active)) emit isBlurModeActiveChanged(active);
 }
 
 void StreamManager::setStreamQuality(StreamQuality quality) {
-    if (assign(streamQuality_, quality)) emit streamQualityChanged();
+    if (assignIfChanged(streamQuality_, quality)) emit streamQualityChanged();
 }
 
 }  // namespace orvane

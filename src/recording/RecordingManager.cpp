@@ -17,18 +17,9 @@
 #include "recording/RecordingError.h"
 #include "recording/RecordingSession.h"
 
+#include "engine/AssignIfChanged.h"
+
 namespace orvane {
-
-namespace {
-
-template <typename T>
-bool assign(T& field, const T& value) {
-    if (field == value) return false;
-    field = value;
-    return true;
-}
-
-}  // namespace
 
 RecordingManager::RecordingManager(StreamManager& streamManager, QObject* parent)
     : QObject(parent), snapshots_(std::make_shared<ProgramSnapshotStore>()) {
@@ -50,31 +41,31 @@ RecordingManager::~RecordingManager() {
 // ---------------------------------------------------------------- settings
 
 void RecordingManager::setIncludeAudio(bool include) {
-    if (assign(includeAudio_, include)) emit includeAudioChanged(include);
+    if (assignIfChanged(includeAudio_, include)) emit includeAudioChanged(include);
 }
 
 void RecordingManager::setIncludeMicrophone(bool include) {
-    if (assign(includeMicrophone_, include)) emit includeMicrophoneChanged(include);
+    if (assignIfChanged(includeMicrophone_, include)) emit includeMicrophoneChanged(include);
 }
 
 void RecordingManager::setIncludeSystemAudio(bool include) {
-    if (assign(includeSystemAudio_, include)) emit includeSystemAudioChanged(include);
+    if (assignIfChanged(includeSystemAudio_, include)) emit includeSystemAudioChanged(include);
 }
 
 void RecordingManager::setSelectedMicrophone(const std::optional<MicrophoneDevice>& microphone) {
-    if (assign(selectedMicrophone_, microphone)) emit selectedMicrophoneChanged();
+    if (assignIfChanged(selectedMicrophone_, microphone)) emit selectedMicrophoneChanged();
 }
 
 void RecordingManager::setAudioQuality(AudioQuality quality) {
-    if (assign(audioQuality_, quality)) emit audioQualityChanged();
+    if (assignIfChanged(audioQuality_, quality)) emit audioQualityChanged();
 }
 
 void RecordingManager::setVideoQuality(VideoQuality quality) {
-    if (assign(videoQuality_, quality)) emit videoQualityChanged();
+    if (assignIfChanged(videoQuality_, quality)) emit videoQualityChanged();
 }
 
 void RecordingManager::setOutputFormat(OutputFormat format) {
-    if (assign(outputFormat_, format)) emit outputFormatChanged();
+    if (assignIfChanged(outputFormat_, format)) emit outputFormatChanged();
 }
 
 void RecordingManager::setFrameSource(std::shared_ptr<const FrameSource> frames) {
@@ -85,23 +76,23 @@ void RecordingManager::setFrameSource(std::shared_ptr<const FrameSource> frames)
 // ---------------------------------------------------------------- published state
 
 void RecordingManager::setIsRecording(bool recording) {
-    if (assign(isRecording_, recording)) emit isRecordingChanged(recording);
+    if (assignIfChanged(isRecording_, recording)) emit isRecordingChanged(recording);
 }
 
 void RecordingManager::setRecordingDuration(double seconds) {
-    if (assign(recordingDuration_, seconds)) emit recordingDurationChanged(seconds);
+    if (assignIfChanged(recordingDuration_, seconds)) emit recordingDurationChanged(seconds);
 }
 
 void RecordingManager::setRecordingStatus(RecordingStatus status) {
-    if (assign(recordingStatus_, status)) emit recordingStatusChanged(status);
+    if (assignIfChanged(recordingStatus_, status)) emit recordingStatusChanged(status);
 }
 
 void RecordingManager::setErrorMessage(const std::optional<QString>& message) {
-    if (assign(errorMessage_, message)) emit errorMessageChanged();
+    if (assignIfChanged(errorMessage_, message)) emit errorMessageChanged();
 }
 
 void RecordingManager::setOutputURL(const std::optional<QUrl>& url) {
-    if (assign(outputURL_, url)) emit outputURLChanged();
+    if (assignIfChanged(outputURL_, url)) emit outputURLChanged();
 }
 
 // ---------------------------------------------------------------- the output file

@@ -28,6 +28,15 @@
 #include "capture/x11/X11WindowRaiser.h"
 #include "console/PermissionsManager.h"
 #endif
+#ifdef ORVANE_HAVE_RECORDING
+#include <memory>
+
+#include "recording/LiveFrameTable.h"
+#include "recording/ProgramFrameRelay.h"
+#include "recording/RecordingManager.h"
+#include "recording/RecordingStateMirror.h"
+#include "recording/RemoteRecordingSwitch.h"
+#endif
 
 // Wires the subsystems into one application: the session, the console's
 // root view, and what exists of the remote server and the capture layer.
@@ -38,6 +47,10 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationVersion(QStringLiteral(ORVANE_PROJECT_VERSION));
     orvane::Theme::apply(app);
 
+#ifdef ORVANE_HAVE_RECORDING
+    // Outlives the session, whose remote bridge holds it.
+    std::unique_ptr<orvane::RemoteRecordingSwitch> remoteRecording;
+#endif
     orvane::StreamManager streamManager;
 
     const orvane::FrameSource* frames = nullptr;
@@ -54,12 +67,27 @@ int main(int argc, char* argv[]) {
     frames = &captureFrames;
     QObject::connect(&streamManager, &orvane::StreamManager::streamQualityChanged, &sourceCaptures,
                      [&] { sourceCaptures.setQuality(orvane::captureQualityFor(streamManager.streamQuality())); });
-    // Captures run only for the sources of the two scenes on screen.
+#ifdef ORVANE_HAVE_RECORDING
+    // The recorder composes the program on a thread of its own; it reads
+    // live pictures from a table that the relay keeps bound to the
+    // program's captures. The session owns the recorder.
+    auto* recorder = new orvane::RecordingManager(streamManager);
+    streamManager.setRecordingManager(recorder);
+    orvane::mirrorRecordingState(*recorder, streamManager);
+    auto recorderFrames = std::make_shared<orvane::LiveFrameTable>();
+    recorder->setFrameSource(recorderFrames);
+    auto* programRelay = new orvane::ProgramFrameRelay(streamManager, sourceCaptures, recorderFrames, recorder);
+#endif
+    // Captures run only for the sources of the two scenes on screen, and
+    // for those the recorder reads.
     auto retainShown = [&] {
         std::vector<orvane::Uuid> shown;
         for (const auto* scene : {&streamManager.activeScene(), &streamManager.programScene()})
             if (*scene)
                 for (const auto& source : (*scene)->sources) shown.push_back(source.id);
+#ifdef ORVANE_HAVE_RECORDING
+        for (const auto& id : programRelay->programSourceIds()) shown.push_back(id);
+#endif
         sourceCaptures.retainOnly(shown);
     };
     QObject::connect(&streamManager, &orvane::StreamManager::activeSceneChanged, &sourceCaptures, retainShown);
@@ -75,7 +103,12 @@ int main(int argc, char* argv[]) {
     // actions back to it.
     auto* server = new orvane::WebServerManager;
     streamManager.setWebServerManager(server);
-    new orvane::StreamManagerRemoteBridge(&streamManager, server, server);
+    auto* bridge = new orvane::StreamManagerRemoteBridge(&streamManager, server, server);
+#ifdef ORVANE_HAVE_RECORDING
+    // POST /api/recording drives the real recorder.
+    remoteRecording = std::make_unique<orvane::RemoteRecordingSwitch>(*recorder, streamManager);
+    bridge->setRecordingControl(remoteRecording.get());
+#endif
 #endif
 
     orvane::WindowManager windowManager;

@@ -68,7 +68,14 @@ StreamManager::StreamManager(PresetStorage& storage, std::unique_ptr<QSettings> 
     virtualCameraManager_ = new VirtualCameraManager(this, this);
 }
 
-StreamManager::~StreamManager() = default;
+StreamManager::~StreamManager() {
+    // The managers handed in may still use the session while they wind down
+    // (a window saving its frame into the settings, a recording finishing),
+    // so they go first, while every member is still whole.
+    delete teleprompterManager_.data();
+    delete recordingManager_.data();
+    delete webServerManager_.data();
+}
 
 // ---------------------------------------------------------------- start-up
 

@@ -1,0 +1,35 @@
+#include "teleprompter/ColorSwatchButton.h"
+
+#include <QColorDialog>
+
+#include "composition/ColorConvert.h"
+
+namespace orvane {
+
+ColorSwatchButton::ColorSwatchButton(const QString& accessibleLabel, QWidget* parent) : QPushButton(parent) {
+    setAccessibleName(accessibleLabel);
+    setToolTip(accessibleLabel);
+    setFixedSize(44, 24);
+    connect(this, &QPushButton::clicked, this, &ColorSwatchButton::choose);
+    setColor(color_);
+}
+
+void ColorSwatchButton::setColor(const CodableColor& color) {
+    color_ = color;
+    const QColor shown = ColorConvert::from(color);
+    setStyleSheet(QStringLiteral("QPushButton { background: %1; border: 1px solid rgba(255,255,255,80); "
+                                 "border-radius: 4px; }")
+                      .arg(shown.name(QColor::HexArgb)));
+}
+
+void ColorSwatchButton::choose() {
+    const QColor picked = QColorDialog::getColor(ColorConvert::from(color_), this, accessibleName(),
+                                                 QColorDialog::ShowAlphaChannel);
+    if (!picked.isValid()) return;
+    const QColor rgb = picked.toRgb();
+    CodableColor color{rgb.redF(), rgb.greenF(), rgb.blueF(), rgb.alphaF()};
+    setColor(color);
+    emit colorPicked(color);
+}
+
+}  // namespace orvane

@@ -66,20 +66,4 @@ void TeleprompterFixture::tick(int count) {
     for (int i = 0; i < count; ++i) emit ticker->tick();
 }
 
-LogCapture::LogCapture() {
-    fflush(stdout);
-    testing::internal::CaptureStdout();
-}
-
-LogCapture::~LogCapture() { text(); }
-
-std::string LogCapture::text() {
-    if (!done_) {
-        fflush(stdout);
-        text_ = testing::internal::GetCapturedStdout();
-        done_ = true;
-    }
-    return text_;
-}
-
 }  // namespace orvane::test

@@ -7,6 +7,7 @@
 
 #include "document/PresetStorage.h"
 #include "engine/StreamManager.h"
+#include "support/StdoutCapture.h"
 #include "teleprompter/TeleprompterManager.h"
 
 namespace orvane::test {
@@ -30,16 +31,6 @@ struct TeleprompterFixture {
     void tick(int count);
 };
 
-// Lines written to standard output while the object lives.
-class LogCapture {
-public:
-    LogCapture();
-    ~LogCapture();
-    std::string text();
-
-private:
-    bool done_ = false;
-    std::string text_;
-};
+using LogCapture = StdoutCapture;
 
 }  // namespace orvane::test

@@ -3,13 +3,14 @@
 #include <QScreen>
 
 #include "console/ContentView.h"
+#include "console/MainStreamingView.h"
+#include "console/RightSidebarView.h"
 #include "console/Theme.h"
 #include "console/WindowManager.h"
 #include "engine/StreamManager.h"
 
 #ifdef ORVANE_HAVE_REMOTE
 #include "console/BottomBarView.h"
-#include "console/MainStreamingView.h"
 #include "remote/QRCodeURL.h"
 #include "remote/QrCodeImage.h"
 #include "remote/WebServerManager.h"
@@ -119,6 +120,14 @@ int main(int argc, char* argv[]) {
         const auto shown = orvane::QRCodeURL::forServer(server->localIP(), server->serverPort());
         return orvane::generateQRCode(shown.url);
     });
+#endif
+#ifdef ORVANE_HAVE_CAPTURE
+    // The sidebar's sheets list displays, windows and cameras through the
+    // same backends that capture them.
+    root.mainStreamingView()->rightSidebar()->setCaptureBackends(&captureBackend, &cameraBackend);
+#ifdef ORVANE_HAVE_RECORDING
+    root.mainStreamingView()->rightSidebar()->setRecordingManager(recorder);
+#endif
 #endif
     root.setWindowTitle(QStringLiteral("OrvaneUI"));
     root.setMinimumSize(900, 600);

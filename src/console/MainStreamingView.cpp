@@ -11,6 +11,7 @@
 #include "console/CenterContentView.h"
 #include "console/ConsoleKeyFilter.h"
 #include "console/LeftSidebarView.h"
+#include "console/RightSidebarView.h"
 #include "console/Theme.h"
 #include "console/TopBarView.h"
 #include "document/PresetStorage.h"
@@ -55,7 +56,9 @@ MainStreamingView::MainStreamingView(StreamManager& streamManager, KeyboardNavig
     row->addWidget(divider(true));
     center_ = new CenterContentView(streamManager_, frames);
     row->addWidget(center_, 1);
-    // The configuration sidebar joins here, after a divider, once it exists.
+    row->addWidget(divider(true));
+    rightSidebar_ = new RightSidebarView(streamManager_);
+    row->addWidget(rightSidebar_);
     column->addLayout(row, 1);
     column->addWidget(divider(false));
     bottomBar_ = new BottomBarView(streamManager_);
@@ -64,6 +67,14 @@ MainStreamingView::MainStreamingView(StreamManager& streamManager, KeyboardNavig
     connect(leftSidebar_, &LeftSidebarView::sceneSelected, &streamManager_, &StreamManager::switchToScene);
     connect(leftSidebar_, &LeftSidebarView::sceneDeleteRequested, &streamManager_, &StreamManager::deleteScene);
     connect(leftSidebar_, &LeftSidebarView::addSceneRequested, this, [this] { showAddScene(); });
+
+    // A panel of the sidebar wrote the selected scene; the session has it
+    // already, the console takes the copy as its selection.
+    connect(rightSidebar_, &RightSidebarView::selectedSceneEdited, this, [this](const StreamingScene& scene) {
+        selectedScene_ = scene;
+        refreshSceneList();
+        emit selectedSceneChanged();
+    });
 
     connect(topBar_, &TopBarView::changePresetRequested, this, &MainStreamingView::changePresetRequested);
     connect(topBar_, &TopBarView::permissionsRequested, this, &MainStreamingView::permissionsRequested);
@@ -88,6 +99,7 @@ MainStreamingView::MainStreamingView(StreamManager& streamManager, KeyboardNavig
 
 void MainStreamingView::setSelectedScene(const std::optional<StreamingScene>& scene) {
     selectedScene_ = scene;
+    rightSidebar_->setSelectedScene(scene);
     refreshSceneList();
     emit selectedSceneChanged();
 }
@@ -120,6 +132,7 @@ void MainStreamingView::appear() {
         streamManager_.switchToScene(preset->scenes.front());
     }
     if (streamManager_.activeScene()) selectedScene_ = streamManager_.activeScene();
+    rightSidebar_->setSelectedScene(selectedScene_);
     refreshSceneList();
     QTimer::singleShot(focusDelayMs, this, [this] {
         setFocus(Qt::OtherFocusReason);
@@ -132,6 +145,11 @@ void MainStreamingView::followSession() {
     if (active && (!selectedScene_ || selectedScene_->id != active->id)) {
         setSelectedScene(active);
         return;
+    }
+    // The same scene, changed by the session: the panels edit the new copy.
+    if (active && selectedScene_) {
+        selectedScene_ = active;
+        rightSidebar_->setSelectedScene(active);
     }
     refreshSceneList();
 }

@@ -13,12 +13,14 @@ class ConsoleKeyFilter;
 class FrameSource;
 class KeyboardNavigationManager;
 class LeftSidebarView;
+class RightSidebarView;
 class StreamManager;
 class TopBarView;
 class WindowManager;
 class AddSceneView;
 
-// The console: top bar, scene list, the two stages, bottom bar. It keeps the
+// The console: top bar, scene list, the two stages, the configuration
+// sidebar, bottom bar. It keeps the
 // scene that the panels edit in step with the session and delivers the
 // console's keys.
 class MainStreamingView : public QWidget {
@@ -47,6 +49,7 @@ public:
     LeftSidebarView* leftSidebar() const { return leftSidebar_; }
     CenterContentView* centerContent() const { return center_; }
     BottomBarView* bottomBar() const { return bottomBar_; }
+    RightSidebarView* rightSidebar() const { return rightSidebar_; }
 
 signals:
     void changePresetRequested();
@@ -65,6 +68,7 @@ private:
     LeftSidebarView* leftSidebar_ = nullptr;
     CenterContentView* center_ = nullptr;
     BottomBarView* bottomBar_ = nullptr;
+    RightSidebarView* rightSidebar_ = nullptr;
     ConsoleKeyFilter* keys_ = nullptr;
 };
 

@@ -1,0 +1,223 @@
+#include "console/RemoteTabView.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "console/QrCodeView.h"
+#include "console/SidebarStyle.h"
+#include "console/SymbolButton.h"
+#include "console/ToggleSwitch.h"
+#include "document/Log.h"
+#include "engine/StreamManager.h"
+#include "remote/QrCodeImage.h"
+#include "remote/WebServerManager.h"
+
+namespace orvane {
+
+namespace {
+const char* yesNo(bool value) { return value ? "true" : "false"; }
+}  // namespace
+
+RemoteTabView::RemoteTabView(StreamManager& streamManager, QWidget* parent)
+    : QWidget(parent), streamManager_(streamManager) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(12, 12, 12, 16);
+    column->setSpacing(12);
+
+    auto* head = new QHBoxLayout;
+    auto* headText = new QVBoxLayout;
+    headText->setSpacing(2);
+    headText->addWidget(SidebarStyle::head(QStringLiteral("REMOTE SERVER")));
+    headText->addWidget(SidebarStyle::caption(QStringLiteral("Enable remote control access")));
+    head->addLayout(headText, 1);
+    switch_ = new ToggleSwitch(QStringLiteral("Enable Server"));
+    switch_->setLabelVisible(false);
+    connect(switch_, &ToggleSwitch::toggled, this, &RemoteTabView::setServerEnabled);
+    head->addWidget(switch_, 0, Qt::AlignTop);
+    column->addLayout(head);
+
+    auto* portRow = new QHBoxLayout;
+    portRow->addWidget(SidebarStyle::label(QStringLiteral("Port:"), 11));
+    port_ = new QLineEdit;
+    port_->setFixedWidth(60);
+    port_->setPlaceholderText(QStringLiteral("8999"));
+    port_->setAccessibleName(QStringLiteral("Port"));
+    connect(port_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        bool ok = false;
+        const uint value = text.toUInt(&ok, 10);
+        if (!ok || value > 65535) return;  // other text is ignored
+        if (WebServerManager* s = server()) s->setServerPort(quint16(value));
+    });
+    portRow->addWidget(port_);
+    portRow->addStretch();
+    column->addLayout(portRow);
+
+    active_ = new QWidget;
+    auto* active = new QVBoxLayout(active_);
+    active->setContentsMargins(0, 0, 0, 0);
+    active->setSpacing(10);
+    auto* status = new QHBoxLayout;
+    status->addWidget(SidebarStyle::symbol("checkmark.circle.fill", 14, Theme::green()));
+    status->addWidget(SidebarStyle::label(QStringLiteral("Remote Control Active"), 12, Theme::Weight::semibold), 1);
+    active->addLayout(status);
+    active->addWidget(SidebarStyle::label(QStringLiteral("Access URL:"), 11, Theme::Weight::regular, Theme::gray()));
+    auto* urlRow = new QHBoxLayout;
+    url_ = SidebarStyle::label(QString(), 11, Theme::Weight::medium, Theme::purple());
+    QFont mono(QStringLiteral("monospace"));
+    mono.setStyleHint(QFont::Monospace);
+    mono.setPixelSize(11);
+    url_->setFont(mono);
+    url_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    url_->setWordWrap(true);
+    urlRow->addWidget(url_, 1);
+    copy_ = SidebarStyle::iconButton("doc.on.doc", QStringLiteral("Copy URL"), Theme::white(0.8), 12);
+    connect(copy_, &QPushButton::clicked, this, [this] {
+        if (QClipboard* clipboard = QGuiApplication::clipboard()) {
+            clipboard->clear();
+            clipboard->setText(accessUrl());
+        }
+    });
+    urlRow->addWidget(copy_);
+    active->addLayout(urlRow);
+    qr_ = new SymbolButton(QStringLiteral("Show QR Code"), "qrcode");
+    connect(qr_, &QPushButton::clicked, this, [this] { showQrCode(); });
+    active->addWidget(qr_);
+    active->addWidget(SidebarStyle::head(QStringLiteral("QUICK ACTIONS")));
+    browser_ = new SymbolButton(QStringLiteral("Open in Browser"), "safari");
+    browser_->setLayoutDirection(Qt::LeftToRight);
+    connect(browser_, &QPushButton::clicked, this, [this] { QDesktopServices::openUrl(QUrl(accessUrl())); });
+    auto* browserRow = new QHBoxLayout;
+    browserRow->addWidget(browser_, 1);
+    browserRow->addWidget(SidebarStyle::symbol("arrow.up.right", 11, Theme::gray()));
+    active->addLayout(browserRow);
+    column->addWidget(active_);
+
+    disabled_ = new QWidget;
+    auto* disabled = new QVBoxLayout(disabled_);
+    disabled->setContentsMargins(0, 16, 0, 0);
+    disabled->setSpacing(10);
+    disabled->addWidget(SidebarStyle::symbol("appletvremote.gen1", 48, Theme::withAlpha(Theme::gray(), 0.5)), 0,
+                        Qt::AlignHCenter);
+    disabled->addWidget(SidebarStyle::label(QStringLiteral("Remote Control Disabled"), 13, Theme::Weight::semibold), 0,
+                        Qt::AlignHCenter);
+    QLabel* explain = SidebarStyle::caption(
+        QStringLiteral("Enable the remote control server to access your OrvaneUI from any device on your network"), 11);
+    explain->setAlignment(Qt::AlignCenter);
+    disabled->addWidget(explain);
+    enable_ = new SymbolButton(QStringLiteral("Enable Remote Control"), "power");
+    SymbolButton::Look look;
+    look.background = Theme::withAlpha(Theme::purple(), 0.8);
+    look.fontSize = 12;
+    look.symbolSize = 12;
+    look.paddingY = 7;
+    look.radius = 8;
+    enable_->setLook(look);
+    connect(enable_, &QPushButton::clicked, this, [this] { setServerEnabled(true); });
+    disabled->addWidget(enable_);
+    column->addWidget(disabled_);
+    column->addStretch();
+
+    connect(&streamManager_, &StreamManager::webServerManagerChanged, this, &RemoteTabView::follow);
+    follow();
+}
+
+WebServerManager* RemoteTabView::server() const {
+    return qobject_cast<WebServerManager*>(streamManager_.webServerManager());
+}
+
+void RemoteTabView::follow() {
+    if (followed_) disconnect(followed_, nullptr, this, nullptr);
+    followed_ = server();
+    if (followed_) {
+        connect(followed_, &WebServerManager::isServerRunningChanged, this, &RemoteTabView::refresh);
+        connect(followed_, &WebServerManager::serverPortChanged, this, &RemoteTabView::refresh);
+        connect(followed_, &WebServerManager::localIPChanged, this, &RemoteTabView::refresh);
+    }
+    refresh();
+}
+
+QString RemoteTabView::accessUrl() const {
+    WebServerManager* s = server();
+    return s ? s->accessUrl() : QString();
+}
+
+void RemoteTabView::syncWithServer() {
+    WebServerManager* s = server();
+    setLocalServerRunning(s && s->isServerRunning());
+}
+
+void RemoteTabView::setServerEnabled(bool enabled) {
+    setLocalServerRunning(enabled);
+    if (WebServerManager* s = server()) {
+        if (enabled)
+            s->startServer();
+        else
+            s->stopServer();
+    }
+    checkServerStatus(0);
+}
+
+void RemoteTabView::checkServerStatus(int attempt) {
+    QTimer::singleShot(checkIntervalMs, this, [this, attempt] {
+        WebServerManager* s = server();
+        const bool serverRunning = s && s->isServerRunning();
+        const bool hasLocalIP = s && !s->localIP().isEmpty() && s->localIP() != QStringLiteral("localhost");
+        logLine("🔍 Check attempt " + std::to_string(attempt + 1) + ": serverRunning=" + yesNo(serverRunning) +
+                ", hasLocalIP=" + yesNo(hasLocalIP) + ", localIP='" +
+                (s ? s->localIP().toStdString() : std::string("nil")) + "'");
+        if (!serverRunning && !localServerRunning_) {
+            logLine("✅ Server fully inactive");
+            return;
+        }
+        if (serverRunning && hasLocalIP) {
+            setLocalServerRunning(true);
+            logLine("✅ Server fully active with IP");
+            return;
+        }
+        if (attempt >= checkLimit) {
+            setLocalServerRunning(serverRunning);
+            logLine(std::string("⚠️ Timeout - syncing with real state: ") + yesNo(serverRunning));
+            return;
+        }
+        checkServerStatus(attempt + 1);
+    });
+}
+
+QrCodeView* RemoteTabView::showQrCode() {
+    WebServerManager* s = server();
+    if (!s) return nullptr;
+    qrCodeURLToShow_ = QRCodeURL::forServer(s->localIP(), s->serverPort());
+    auto* sheet = new QrCodeView(qrCodeURLToShow_->url, [](const QString& text) { return generateQRCode(text); },
+                                 window());
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sheet, &QObject::destroyed, this, [this] { qrCodeURLToShow_.reset(); });
+    sheet->open();
+    return sheet;
+}
+
+void RemoteTabView::setLocalServerRunning(bool running) {
+    if (localServerRunning_ != running) {
+        localServerRunning_ = running;
+        emit localServerRunningChanged(running);
+    }
+    refresh();
+}
+
+void RemoteTabView::refresh() {
+    WebServerManager* s = server();
+    switch_->setOn(localServerRunning_);
+    if (!port_->hasFocus()) port_->setText(QString::number(s ? s->serverPort() : WebServerManager::kDefaultPort));
+    port_->setEnabled(!(s && s->isServerRunning()));
+    const bool showActive = localServerRunning_ && s;
+    active_->setVisible(showActive);
+    disabled_->setVisible(!showActive);
+    url_->setText(accessUrl());
+}
+
+}  // namespace orvane

@@ -4,6 +4,8 @@
   e2e_pixels.py stages SHOT.ppm X Y W H     preview and program show the gradient
   e2e_pixels.py placeholder SHOT.ppm X Y W H  program stage is hidden, border kept
   e2e_pixels.py popout SHOT.ppm X Y W H     the pop-out window shows the gradient
+  e2e_pixels.py screen SHOT.ppm X Y W H R G B    program stage shows the desktop colour
+  e2e_pixels.py noscreen SHOT.ppm X Y W H R G B  program stage no longer shows it
 
 X Y W H is the window's client area on the screenshot. Exits 1 with a reason
 when a check fails.
@@ -56,11 +58,13 @@ def fail(msg):
 
 
 def program_box(shot, x, y, w, h):
-    """The live border's rectangle in the right half of the window."""
+    """The live border's rectangle, right of the preview stage. The stages
+    share the width between the scene list and the configuration sidebar, so
+    the program stage begins left of the window's middle."""
     rows = {}
     cols = {}
     for yy in range(y, y + h):
-        for xx in range(x + w // 2, x + w):
+        for xx in range(x + w * 35 // 100, x + w):
             if is_red(shot.at(xx, yy)):
                 rows[yy] = rows.get(yy, 0) + 1
                 cols[xx] = cols.get(xx, 0) + 1
@@ -75,9 +79,11 @@ def program_box(shot, x, y, w, h):
 
 
 def check_gradient(shot, name, x0, y0, x1, y1):
+    # Near the edges, where a source drawn at its default scale leaves the
+    # background free.
     w, h = x1 - x0, y1 - y0
-    top = shot.at(x0 + w * 0.25, y0 + h * 0.1)
-    bottom = shot.at(x0 + w * 0.25, y0 + h * 0.9)
+    top = shot.at(x0 + w * 0.25, y0 + h * 0.02)
+    bottom = shot.at(x0 + w * 0.25, y0 + h * 0.98)
     if not (is_gradient(top) and is_gradient(bottom)):
         fail(f"{name}: not the scene gradient: top {top}, bottom {bottom}")
     if bottom[1] < top[1] + 40:
@@ -101,7 +107,7 @@ def main():
     if mode == "stages":
         check_gradient(shot, "program stage", px0 + 3, py0 + 3, px1 - 3, py1 - 3)
         # The preview box has the same height, on the left half.
-        row = py0 + (py1 - py0) // 10
+        row = py0 + (py1 - py0) // 50
         xs = [xx for xx in range(x, x + w // 2) if is_gradient(shot.at(xx, row))]
         if len(xs) < 100:
             fail("no scene gradient on the preview stage")
@@ -117,6 +123,15 @@ def main():
         if light < 50:
             fail("no placeholder text on the program stage")
         print(f"ok placeholder: {light} light pixels")
+    elif mode in ("screen", "noscreen"):
+        want = tuple(int(v) for v in sys.argv[7:10])
+        near = sum(1 for xx in range(px0 + 3, px1 - 3, 2) for yy in range(py0 + 3, py1 - 3, 2)
+                   if all(abs(a - b) < 40 for a, b in zip(shot.at(xx, yy), want)))
+        if mode == "screen" and near < 1500:
+            fail(f"program stage shows too little of the screen colour {want}: {near} samples")
+        if mode == "noscreen" and near > 50:
+            fail(f"program stage still shows the screen colour {want}: {near} samples")
+        print(f"ok {mode} {want}: {near} samples")
     else:
         fail("unknown mode " + mode)
 

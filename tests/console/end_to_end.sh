@@ -94,27 +94,19 @@ xdotool key Return
 for _ in $(seq 50); do grep -q '"name" *: *"Gradient"' "$PRESET_FILE" && break; sleep 0.1; done
 grep -q '"name" *: *"Gradient"' "$PRESET_FILE" || die "the new scene is not in the preset file"
 
-step "give the scene a content source in the file, and open the preset again"
-# There is no source panel yet: a text card is written into the file, then
-# the preset screen (which reads the files afresh) opens it again.
-python3 - "$PRESET_FILE" "$HERE/../data/full_preset.json" <<'PY' || die "could not add a source to the preset file"
-import json, sys, uuid
-path, sample = sys.argv[1], sys.argv[2]
-doc = json.load(open(path))
-source = next(s for sc in json.load(open(sample))["scenes"] for s in sc["sources"] if s["type"] == "content")
-source = json.loads(json.dumps(source))
-source["id"] = str(uuid.uuid4()).upper()
-source["name"] = "Notes"
-source["configuration"]["contentType"] = "text"
-scene = next(sc for sc in doc["scenes"] if sc["name"] == "Gradient")
-scene["sources"].append(source)
-json.dump(doc, open(path, "w"), indent=2)
-PY
-xdotool mousemove --window "$MAIN" $((MW - 87)) 24 click 1
+step "add a screen source with the mouse through the sidebar"
+# The desktop's ground is painted in a colour of its own, so that the
+# captured screen can be told apart from the console around it.
+xsetroot -solid "#c000c0"
+xdotool mousemove --window "$MAIN" $((MW - 150)) 803 click 1
+DISPLAYS=$(wait_for_window "Select Display") || die "the display sheet did not open"
+wait_for_log "🖥️ Found"
 sleep 1
-shoot preset_screen_with_card "$MAIN"
-xdotool mousemove --window "$MAIN" 180 183 click 1
-sleep 1
+xdotool mousemove --window "$DISPLAYS" 250 110 click 1
+for _ in $(seq 50); do grep -q '"type" *: *"screen"' "$PRESET_FILE" && break; sleep 0.1; done
+grep -q '"type" *: *"screen"' "$PRESET_FILE" || die "the screen source is not in the preset file"
+grep -q '"screenId"' "$PRESET_FILE" || die "the screen source has no display id"
+sleep 0.5
 
 step "go live with the keys"
 xdotool mousemove 10 1090
@@ -123,9 +115,18 @@ wait_for_log "🔴 LIVE: 'Gradient' is now on air!"
 sleep 2  # the fade
 shoot console "$MAIN"
 $PIXELS stages "$OUT/console.ppm" $MX $MY $MW $MH || die "stages"
+$PIXELS screen "$OUT/console.ppm" $MX $MY $MW $MH 192 0 192 || die "the program stage shows no screen"
+
+step "the program stage follows the screen live"
+xsetroot -solid "#00c000"
+sleep 1.5
+shoot console_green "$MAIN"
+$PIXELS screen "$OUT/console_green.ppm" $MX $MY $MW $MH 0 192 0 || die "the program stage did not follow the screen"
+$PIXELS noscreen "$OUT/console_green.ppm" $MX $MY $MW $MH 192 0 192 || die "the program stage still shows the old screen"
 
 step "open the pop-out window"
-xdotool mousemove --window "$MAIN" $((MW - 55)) 70 click 1
+# The "Pop Out" button ends the program stage's header, left of the sidebar.
+xdotool mousemove --window "$MAIN" $((MW - 336)) 70 click 1
 wait_for_log "📺 Virtual camera window opened"
 POP=$(wait_for_window "OrvaneUI - Virtual Camera Output") || die "the pop-out window did not appear"
 xdotool windowmove --sync "$POP" 60 60

@@ -7,6 +7,7 @@
 #include <QVariantAnimation>
 #include <QVBoxLayout>
 
+#include "console/PresetTabView.h"
 #include "console/RecordingControlsView.h"
 #include "console/RemoteTabView.h"
 #include "console/SceneTabView.h"
@@ -26,6 +27,14 @@ RightSidebarView::RightSidebarView(StreamManager& streamManager, QWidget* parent
     pal.setColor(QPalette::Window, Theme::sidebarGround());
     setPalette(pal);
     setFixedWidth(expandedWidth);
+    // Thin scroll bars: the panel is narrow and the bars are only a hint.
+    setStyleSheet(QStringLiteral(
+        "QScrollBar:vertical { width: 6px; background: transparent; margin: 2px 0; }"
+        "QScrollBar:horizontal { height: 6px; background: transparent; margin: 0 2px; }"
+        "QScrollBar::handle { background: rgba(255,255,255,0.18); border-radius: 3px; min-height: 24px; min-width: 24px; }"
+        "QScrollBar::handle:hover { background: rgba(255,255,255,0.3); }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }"));
 
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -94,7 +103,8 @@ RightSidebarView::RightSidebarView(StreamManager& streamManager, QWidget* parent
     connect(sceneTab_, &SceneTabView::sceneWritten, this, &RightSidebarView::selectedSceneEdited);
     setTabContent(ConfigTab::scene, sceneTab_);
     setRecordingManager(nullptr);
-    setTabContent(ConfigTab::preset, new QWidget);
+    presetTab_ = new PresetTabView(streamManager_);
+    setTabContent(ConfigTab::preset, presetTab_);
     remoteTab_ = new RemoteTabView(streamManager_);
     setTabContent(ConfigTab::remote, remoteTab_);
 

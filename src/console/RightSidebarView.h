@@ -16,6 +16,7 @@ namespace orvane {
 class CameraBackend;
 class CaptureBackend;
 class RecordingControlsView;
+class PresetTabView;
 class RecordingManager;
 class RemoteTabView;
 class SceneTabView;
@@ -56,6 +57,7 @@ public:
     SceneTabView* sceneTab() const { return sceneTab_; }
     RecordingControlsView* recordingTab() const { return recordingTab_; }
     RemoteTabView* remoteTab() const { return remoteTab_; }
+    PresetTabView* presetTab() const { return presetTab_; }
     SidebarTabButton* tabButton(ConfigTab tab) const { return tabButtons_.at(tab); }
     SidebarTabButton* collapsedTabButton(ConfigTab tab) const { return collapsedButtons_.at(tab); }
     SymbolButton* collapseButton() const { return collapse_; }
@@ -87,6 +89,7 @@ private:
     SceneTabView* sceneTab_ = nullptr;
     RecordingControlsView* recordingTab_ = nullptr;
     RemoteTabView* remoteTab_ = nullptr;
+    PresetTabView* presetTab_ = nullptr;
     bool shown_ = false;
     QVariantAnimation* widthAnimation_ = nullptr;
 };

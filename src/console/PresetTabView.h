@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QWidget>
+#include <map>
+
+#include "engine/DrawingButtonPosition.h"
+
+namespace orvane {
+
+class SceneTransitionsSection;
+class SegmentedButton;
+class StreamManager;
+class ToggleSwitch;
+
+// The sidebar's preset tab: settings of the whole preset and of the
+// session rather than of one scene.
+class PresetTabView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PresetTabView(StreamManager& streamManager, QWidget* parent = nullptr);
+
+    SceneTransitionsSection* transitions() const { return transitions_; }
+    ToggleSwitch* hideProgramSwitch() const { return hideProgram_; }
+    SegmentedButton* positionButton(DrawingButtonPosition position) const { return positions_.at(position); }
+    ToggleSwitch* showDrawingButtonSwitch() const { return showDrawing_; }
+
+private:
+    void refresh();
+
+    StreamManager& streamManager_;
+    SceneTransitionsSection* transitions_ = nullptr;
+    ToggleSwitch* hideProgram_ = nullptr;
+    std::map<DrawingButtonPosition, SegmentedButton*> positions_;
+    ToggleSwitch* showDrawing_ = nullptr;
+};
+
+}  // namespace orvane

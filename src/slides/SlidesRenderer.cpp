@@ -123,12 +123,26 @@ void SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& 
         return;
     }
 
-    paintSlide(painter, view, deck, *slide);
+    paintSlide(painter, view, deck, *slide, true);
     paintPageControl(painter, view, currentIndex, static_cast<int>(deck.slides.size()));
     painter.restore();
 }
 
-void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide) {
+void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesResource& deck, const Slide& slide) {
+    if (box.width() < 1 || box.height() < 1) return;
+    painter.save();
+    painter.translate(box.topLeft());
+    painter.setClipRect(QRectF(QPointF(0, 0), box.size()), Qt::IntersectClip);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.fillRect(QRectF(QPointF(0, 0), box.size()), ColorConvert::from(slide.backgroundColor));
+    paintSlide(painter, box.size(), deck, slide, false);
+    painter.restore();
+}
+
+void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
+                                bool underPageControl) {
     const double w = view.width();
     const bool hasImage = slide.imageUrl.has_value() && !slide.imageUrl->empty();
     const bool isBackground = slide.imagePosition == ImagePosition::background;
@@ -144,8 +158,11 @@ void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesReso
     }
 
     const int count = static_cast<int>(deck.slides.size());
-    const PageControlLayout control = pageControlLayout(view, 0, count, painter.device());
-    const QRectF body(0, 0, w, std::max(0.0, control.background.top()));
+    // The text and picture end where the page control begins, if there is one.
+    const double bodyHeight =
+        underPageControl ? std::max(0.0, pageControlLayout(view, 0, count, painter.device()).background.top())
+                         : view.height();
+    const QRectF body(0, 0, w, bodyHeight);
     painter.save();
     painter.setClipRect(body, Qt::IntersectClip);
 

@@ -27,6 +27,10 @@ public:
 
     void paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex);
 
+    // One slide as the stages draw it, on its background and with the same
+    // arrangement, but without the page control: the editor's preview.
+    void paintPreview(QPainter& painter, QRectF box, const SlidesResource& deck, const Slide& slide);
+
     // Which page button lies under a point of the box (box coordinates,
     // origin at the box's top left). Buttons take clicks whether or not they
     // would act.
@@ -44,7 +48,8 @@ public:
                                                const QPaintDevice* device);
 
 private:
-    void paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide);
+    void paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
+                    bool underPageControl);
     void paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int slideCount);
 
     SlideImageLoader& loader_;

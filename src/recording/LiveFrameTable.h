@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <unordered_map>
+#include <vector>
 
 #include "capture/CapturedFrame.h"
 #include "composition/FrameSource.h"
@@ -26,6 +28,11 @@ public:
 
     SourceFrame latestFrame(const Source& source) const override;
 
+    // A number that changes whenever any source may show something new: a
+    // binding changed or a bound capture has a newer frame. Equal numbers
+    // mean that every source shows what it showed before.
+    std::uint64_t generation() const;
+
 private:
     struct Binding {
         Fetch fetch;        // a live capture, when set
@@ -34,6 +41,7 @@ private:
 
     mutable std::mutex mutex_;
     std::unordered_map<Uuid, Binding> bindings_;  // protected by mutex_
+    std::uint64_t bindingChanges_ = 0;            // protected by mutex_
 };
 
 }  // namespace orvane

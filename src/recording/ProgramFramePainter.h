@@ -18,6 +18,9 @@ struct ProgramSnapshot;
 class ProgramFramePainter {
 public:
     void paint(QPainter& painter, QSize canvas, const ProgramSnapshot& snapshot, double now);
+    // Whether the picture moves at `now` by itself (zoom, blur fade, a page
+    // turning), so that it must be drawn again even when nothing else changed.
+    bool isAnimating(double now) const { return renderer_.isAnimating(now); }
 
 private:
     static void paintNoProgram(QPainter& painter, QSize canvas);

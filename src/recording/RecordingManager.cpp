@@ -225,7 +225,8 @@ void RecordingManager::finishInBackground(std::unique_ptr<RecordingSession> sess
         QMetaObject::invokeMethod(
             this,
             [this, generation, failure, figures, afterWriterFailure] {
-                lastFigures_ = {figures.framesComposed, figures.framesDropped, figures.framesEncoded};
+                lastFigures_ = {figures.framesComposed, figures.framesRepeated, figures.framesDropped,
+                                figures.framesLate,     figures.framesEncoderBehind, figures.framesEncoded};
                 finishStop(generation, failure, afterWriterFailure);
             },
             Qt::QueuedConnection);

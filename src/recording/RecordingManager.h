@@ -93,7 +93,10 @@ public:
     // Figures of the current or last recording, for the benchmark and logs.
     struct Figures {
         std::int64_t framesComposed = 0;
+        std::int64_t framesRepeated = 0;
         std::int64_t framesDropped = 0;
+        std::int64_t framesLate = 0;           // dropped: drawing fell behind the clock
+        std::int64_t framesEncoderBehind = 0;  // dropped: the encoder had no room
         std::int64_t framesEncoded = 0;
     };
     Figures lastFigures() const { return lastFigures_; }

@@ -73,8 +73,7 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
                 (plan_.microphoneSource.isEmpty() ? std::string("default input") : plan_.microphoneSource.toStdString()));
     }
     pipeline_ = std::make_unique<VideoPipeline>(QSize(row.width, row.height), snapshots_, *video_);
-    pipeline_->start(clock_, [this](const QString& message) { reportFailure(message); });
-    return {};
+    return pipeline_->start(clock_, [this](const QString& message) { reportFailure(message); });
 }
 
 void RecordingSession::start() {
@@ -101,8 +100,12 @@ QString RecordingSession::finish() {
 RecordingSession::Figures RecordingSession::figures() const {
     Figures figures;
     if (pipeline_) {
-        figures.framesComposed = pipeline_->framesComposed();
-        figures.framesDropped = pipeline_->framesDropped();
+        const VideoPipeline::Figures video = pipeline_->figures();
+        figures.framesComposed = video.composed;
+        figures.framesRepeated = video.repeated;
+        figures.framesLate = video.late;
+        figures.framesEncoderBehind = video.encoderBehind;
+        figures.framesDropped = video.dropped();
     }
     if (video_) figures.framesEncoded = video_->framesEncoded();
     if (systemAudio_) figures.systemAudioSamples = systemAudio_->samplesWritten();

@@ -28,8 +28,11 @@ public:
     using FailureHandler = std::function<void(const QString&)>;
 
     struct Figures {
-        std::int64_t framesComposed = 0;
-        std::int64_t framesDropped = 0;
+        std::int64_t framesComposed = 0;       // drawn anew
+        std::int64_t framesRepeated = 0;       // unchanged, the last picture again
+        std::int64_t framesDropped = 0;        // the two below together
+        std::int64_t framesLate = 0;           // the render thread was behind its clock
+        std::int64_t framesEncoderBehind = 0;  // the encoder had no room
         std::int64_t framesEncoded = 0;
         std::int64_t systemAudioSamples = 0;
         std::int64_t microphoneSamples = 0;

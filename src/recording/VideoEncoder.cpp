@@ -18,7 +18,7 @@ QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
     AVCodecContext* c = encoder_.get();
     c->width = settings.width;
     c->height = settings.height;
-    c->pix_fmt = AV_PIX_FMT_YUV420P;
+    c->pix_fmt = kPixelFormat;
     c->time_base = AVRational{1, kFramesPerSecond};
     c->framerate = AVRational{kFramesPerSecond, 1};
     c->bit_rate = settings.bitRate_bps;
@@ -41,14 +41,8 @@ QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
     av_dict_free(&options);
     if (opened < 0) return QStringLiteral("Cannot open the H.264 encoder: ") + avErrorText(opened);
 
-    frame_.reset(av_frame_alloc());
     packet_.reset(av_packet_alloc());
-    if (!frame_ || !packet_) return QStringLiteral("Out of memory");
-    frame_->format = c->pix_fmt;
-    frame_->width = c->width;
-    frame_->height = c->height;
-    if (const int allocated = av_frame_get_buffer(frame_.get(), 0); allocated < 0) return avErrorText(allocated);
-
+    if (!packet_) return QStringLiteral("Out of memory");
     return {};
 }
 
@@ -57,18 +51,24 @@ void VideoEncoder::setStream(MovieWriter* writer, int streamIndex) {
     streamIndex_ = streamIndex;
 }
 
-QString VideoEncoder::encode(const std::uint8_t* bgra, int bytesPerLine, std::int64_t frameIndex) {
+bool VideoEncoder::convert(const std::uint8_t* bgra, int bytesPerLine, AVFrame& target) {
+    if (target.format != kPixelFormat || !target.data[0]) return false;
+    // libyuv's vector code converts in one pass over the picture, straight
+    // into the encoder's planes.
+    return libyuv::ARGBToI420(bgra, bytesPerLine, target.data[0], target.linesize[0], target.data[1],
+                              target.linesize[1], target.data[2], target.linesize[2], target.width,
+                              target.height) == 0;
+}
+
+QString VideoEncoder::encode(AVFrame& picture, std::int64_t frameIndex) {
     if (!encoder_) return QStringLiteral("Encoder not open");
-    if (const int writable = av_frame_make_writable(frame_.get()); writable < 0) return avErrorText(writable);
-    // The colour conversion is the largest cost after encoding: libyuv's
-    // vector code does it in one pass over the picture.
-    if (libyuv::ARGBToI420(bgra, bytesPerLine, frame_->data[0], frame_->linesize[0], frame_->data[1],
-                           frame_->linesize[1], frame_->data[2], frame_->linesize[2], encoder_->width,
-                           encoder_->height) != 0)
-        return QStringLiteral("Colour conversion failed");
-    frame_->pts = frameIndex;
-    if (const int sent = avcodec_send_frame(encoder_.get(), frame_.get()); sent < 0) return avErrorText(sent);
+    if (picture.width != encoder_->width || picture.height != encoder_->height || picture.format != kPixelFormat)
+        return QStringLiteral("Picture does not fit the encoder");
+    picture.pts = frameIndex;
+    if (const int sent = avcodec_send_frame(encoder_.get(), &picture); sent < 0) return avErrorText(sent);
     ++framesEncoded_;
+    // Draining after every picture has the encoder read it now, so that the
+    // caller may reuse it at once.
     return drain();
 }
 

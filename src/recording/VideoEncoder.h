@@ -12,9 +12,9 @@ namespace orvane {
 class MovieWriter;
 
 // H.264 by libx264 for one recording: baseline profile, a key frame every 30
-// frames, 30 frames a second, an average bit rate. Frames come in as packed
-// BGRA pictures and are converted to 4:2:0 (BT.601, studio range) here.
-// Used by one thread at a time.
+// frames, 30 frames a second, an average bit rate. Pictures come in as 4:2:0
+// (BT.601, studio range), converted from packed BGRA with convert(). Used by
+// one thread at a time.
 class VideoEncoder {
 public:
     static constexpr int kFramesPerSecond = 30;
@@ -40,10 +40,17 @@ public:
     const AVCodecContext& context() const { return *encoder_; }
     void setStream(MovieWriter* writer, int streamIndex);
 
-    // A picture of the opened size, bytes B, G, R, A (QImage's RGB32 and
-    // ARGB32 on little-endian machines), at frame number `frameIndex` on the
-    // recording's clock. Empty on success.
-    QString encode(const std::uint8_t* bgra, int bytesPerLine, std::int64_t frameIndex);
+    // The pixel format encode() takes.
+    static constexpr AVPixelFormat kPixelFormat = AV_PIX_FMT_YUV420P;
+    // Converts a picture of bytes B, G, R, A (QImage's RGB32 and ARGB32 on
+    // little-endian machines) of the target's size into the target's planes,
+    // which must be writable. False when the sizes do not fit.
+    static bool convert(const std::uint8_t* bgra, int bytesPerLine, AVFrame& target);
+
+    // A picture of the opened size in kPixelFormat, at frame number
+    // `frameIndex` on the recording's clock. The encoder has read the picture
+    // when this returns. Empty on success.
+    QString encode(AVFrame& picture, std::int64_t frameIndex);
     // Drains the encoder at the end.
     QString flush();
 
@@ -53,7 +60,6 @@ private:
     QString drain();
 
     AvEncoder encoder_;
-    AvFrameOwner frame_;
     AvPacketOwner packet_;
     MovieWriter* writer_ = nullptr;
     int streamIndex_ = -1;

@@ -1,17 +1,18 @@
-// The recording benchmark's tool. Two modes:
+// The recording benchmark's tool. Three modes:
 //   recording_bench record QUALITY SECONDS OUT_DIR
 //     records the reference scene (video only) and prints one line of
 //     figures: frames, dropped frames, CPU seconds and cores used;
 //   recording_bench raw QUALITY FRAMES
 //     writes FRAMES raw BGRA frames of the same scene to standard output
-//     (one second of it, composed in real time, then repeated), the input of
-//     the command-line anchor.
+//     (its first second, then repeated), the input of the command-line
+//     anchor;
+//   recording_bench profile QUALITY FRAMES OUT_DIR
+//     the stages of a frame one at a time, each over FRAMES frames, in CPU
+//     time: composing, colour conversion, H.264, writing the file.
 #include <QGuiApplication>
 #include <QPainter>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -20,16 +21,15 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
-#include <thread>
 #include <vector>
 
-#include "capture/CaptureHub.h"
-#include "capture/LavfiCameraBackend.h"
-#include "capture/SharedCapture.h"
+#include "ReferenceScene.h"
 #include "document/PresetStorage.h"
 #include "engine/StreamManager.h"
-#include "recording/LiveFrameTable.h"
+#include "recording/FrameRing.h"
+#include "recording/MovieWriter.h"
 #include "recording/ProgramFramePainter.h"
 #include "recording/ProgramSnapshot.h"
 #include "recording/RecordingManager.h"
@@ -53,75 +53,36 @@ std::optional<VideoQuality> qualityNamed(const char* name) {
     return std::nullopt;
 }
 
-// The reference scene: a gradient, a full-size screen picture, a moving
-// camera picture-in-picture, the preset's branding.
-struct ReferenceScene {
-    LavfiCameraBackend cameras{{{{QStringLiteral("lavfi:bench"), QStringLiteral("Bench Camera")},
-                                 QStringLiteral("testsrc2=size=1280x720:rate=30")}}};
-    CaptureHub hub;
-    std::shared_ptr<SharedCapture> camera;
-    std::shared_ptr<LiveFrameTable> frames = std::make_shared<LiveFrameTable>();
-    StreamingScene scene;
-    BrandingConfig branding;
-
-    ReferenceScene() {
-        scene.name = "Reference";
-        scene.backgroundType = BackgroundType::gradient;
-        scene.layout = SceneLayout::pipBottomRight;
-        Source cam;
-        cam.type = SourceType::camera;
-        cam.name = "Camera";
-        cam.configuration.cameraDeviceId = "lavfi:bench";
-        Source screen;
-        screen.type = SourceType::screen;
-        screen.name = "Screen";
-        screen.configuration.screenId = 1;
-        scene.sources = {cam, screen};
-        camera = hub.acquire(QStringLiteral("camera:lavfi:bench"), 0, [this] {
-            return cameras.openCamera(QStringLiteral("lavfi:bench"));
-        });
-        std::shared_ptr<SharedCapture> capture = camera;
-        frames->bindCapture(cam.id, [capture] { return capture->latestFrame(); });
-        QImage desktop(1920, 1080, QImage::Format_RGB32);
-        {
-            QPainter p(&desktop);
-            QLinearGradient g(0, 0, 1920, 1080);
-            g.setColorAt(0, QColor(40, 44, 52));
-            g.setColorAt(1, QColor(90, 60, 120));
-            p.fillRect(desktop.rect(), g);
-            p.setPen(Qt::white);
-            p.setFont(QFont("DejaVu Sans", 18));
-            for (int y = 40; y < 1080; y += 36)
-                p.drawText(40, y, QStringLiteral("The quick brown fox jumps over the lazy dog %1").arg(y));
-        }
-        frames->bindFrame(screen.id, SourceFrame::withImage(desktop));
-        branding.enabled = true;
-        branding.text = "OrvaneUI";
-        scene.brandingEnabled = true;
-    }
-};
+ProgramSnapshot snapshotOf(const ReferenceScene& reference) {
+    ProgramSnapshot snapshot;
+    snapshot.programScene = reference.scene();
+    snapshot.branding = reference.branding();
+    snapshot.frames = reference.frames();
+    return snapshot;
+}
 
 int record(VideoQuality quality, double seconds, const QString& outDir) {
     qputenv("HOME", outDir.toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", (outDir + "/.config").toLocal8Bit());
     PresetStorage storage(std::filesystem::path(outDir.toStdString()) / "data");
     StreamManager session(storage, std::make_unique<QSettings>(outDir + "/settings.ini", QSettings::IniFormat));
-    ReferenceScene reference;
+    ReferenceScene reference(ReferenceScene::Feed::live);
     if (session.currentPreset()) {
         Preset preset = *session.currentPreset();
-        preset.branding = reference.branding;
+        preset.branding = reference.branding();
         session.setCurrentPreset(preset);
     }
-    session.setProgramScene(reference.scene);
+    session.setProgramScene(reference.scene());
     auto* recorder = new RecordingManager(session);
     session.setRecordingManager(recorder);
-    recorder->setFrameSource(reference.frames);
+    recorder->setFrameSource(reference.frames());
     recorder->setIncludeAudio(false);
     recorder->setVideoQuality(quality);
     recorder->setOutputFormat(OutputFormat::mp4);
-    QTest::qWait(1000);  // the camera runs
-    // What the process costs without a recording (the camera's capture,
-    // which runs for the stages anyway), over a stretch of the same scene.
+    QTest::qWait(1000);  // the sources run
+    // What the process costs without a recording (the camera's capture and
+    // the moving screen, which run for the stages anyway), over a stretch of
+    // the same scene.
     const double idleSeconds = std::min(10.0, seconds);
     const double idleBefore = cpuSeconds();
     QTest::qWait(static_cast<int>(idleSeconds * 1000));
@@ -149,8 +110,9 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     const double own = cpu - idlePerSecond * wall;
     std::printf("ours %dx%d: without recording %.2f cores; the recording's own share %.2f s = %.2f cores\n", row.width,
                 row.height, idlePerSecond, own, own / wall);
-    std::printf("CPU_SECONDS %.3f\nOWN_CPU_SECONDS %.3f\nFRAMES %lld\nDROPPED %lld\n", cpu, own,
-                static_cast<long long>(figures.framesEncoded), static_cast<long long>(figures.framesDropped));
+    std::printf("CPU_SECONDS %.3f\nOWN_CPU_SECONDS %.3f\nFRAMES %lld\nDROPPED %lld\nFILE %s\n", cpu, own,
+                static_cast<long long>(figures.framesEncoded), static_cast<long long>(figures.framesDropped),
+                recorder->outputURL().value_or(QUrl()).toLocalFile().toLocal8Bit().constData());
     return recorder->recordingStatus() == RecordingStatus::completed ? 0 : 1;
 }
 
@@ -158,26 +120,21 @@ int raw(VideoQuality quality, long long frameCount) {
     // Frames go to the real standard output; log lines to standard error.
     const int out = ::dup(STDOUT_FILENO);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
-    ReferenceScene reference;
-    QTest::qWait(1000);  // the camera runs
+    ReferenceScene reference(ReferenceScene::Feed::stepped);
     const VideoQualityRow row = videoQualityRow(quality);
     const QSize size(row.width, row.height);
-    ProgramSnapshot snapshot;
-    snapshot.programScene = reference.scene;
-    snapshot.branding = reference.branding;
-    snapshot.frames = reference.frames;
+    const ProgramSnapshot snapshot = snapshotOf(reference);
     ProgramFramePainter painter;
     std::vector<QImage> second;
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 0; i < 30; ++i) {
-        std::this_thread::sleep_until(start + std::chrono::milliseconds(i * 1000 / 30));
+    for (int i = 0; i < ReferenceScene::kCycle; ++i) {
+        reference.step(i);
         QImage image(size, QImage::Format_RGB32);
         QPainter p(&image);
         painter.paint(p, size, snapshot, i / 30.0);
         second.push_back(image);
     }
     for (long long i = 0; i < frameCount; ++i) {
-        const QImage& image = second[static_cast<std::size_t>(i % 30)];
+        const QImage& image = second[static_cast<std::size_t>(i % ReferenceScene::kCycle)];
         const char* data = reinterpret_cast<const char*>(image.constBits());
         std::size_t left = static_cast<std::size_t>(image.sizeInBytes());
         while (left > 0) {
@@ -190,22 +147,100 @@ int raw(VideoQuality quality, long long frameCount) {
     return 0;
 }
 
+// CPU seconds (all threads of the process) and wall seconds of one stage.
+struct StageCost {
+    double cpu = 0;
+    double wall = 0;
+};
+
+StageCost measure(const std::function<void()>& stage) {
+    const double cpuBefore = cpuSeconds();
+    const auto wallBefore = std::chrono::steady_clock::now();
+    stage();
+    return {cpuSeconds() - cpuBefore,
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - wallBefore).count()};
+}
+
+int profile(VideoQuality quality, int frameCount, const QString& outDir) {
+    ReferenceScene reference(ReferenceScene::Feed::stepped);
+    const VideoQualityRow row = videoQualityRow(quality);
+    const QSize size(row.width, row.height);
+    const ProgramSnapshot snapshot = snapshotOf(reference);
+    ProgramFramePainter painter;
+    std::vector<QImage> composed(ReferenceScene::kCycle);
+    for (QImage& image : composed) image = QImage(size, QImage::Format_RGB32);
+    const auto picture = [&](int i) -> QImage& { return composed[static_cast<std::size_t>(i % ReferenceScene::kCycle)]; };
+    {
+        QPainter p(&picture(0));
+        painter.paint(p, size, snapshot, 0);  // caches warm
+    }
+    const StageCost compose = measure([&] {
+        for (int i = 0; i < frameCount; ++i) {
+            reference.step(i);
+            QPainter p(&picture(i));
+            painter.paint(p, size, snapshot, i / 30.0);
+        }
+    });
+    // A ring of converted pictures, as the recorder keeps between its threads.
+    FrameRing ring(ReferenceScene::kCycle);
+    if (const QString failure = ring.allocate(row.width, row.height, VideoEncoder::kPixelFormat); !failure.isEmpty())
+        return 1;
+    const auto converted = [&](int i) -> AVFrame& { return *ring.picture(i % ReferenceScene::kCycle); };
+    const StageCost convert = measure([&] {
+        for (int i = 0; i < frameCount; ++i)
+            VideoEncoder::convert(picture(i).constBits(), static_cast<int>(picture(i).bytesPerLine()), converted(i));
+    });
+    const VideoEncoder::Settings settings{row.width, row.height, videoBitRate_bps(row.width, row.height, quality)};
+    const auto encodeAll = [&](VideoEncoder& encoder) {
+        for (int i = 0; i < frameCount; ++i) {
+            const QString failure = encoder.encode(converted(i), i);
+            if (!failure.isEmpty()) std::fprintf(stderr, "encode: %s\n", failure.toLocal8Bit().constData());
+        }
+        encoder.flush();
+    };
+    VideoEncoder bare;
+    if (const QString failure = bare.open(settings, true); !failure.isEmpty()) {
+        std::fprintf(stderr, "encoder: %s\n", failure.toLocal8Bit().constData());
+        return 1;
+    }
+    const StageCost encode = measure([&] { encodeAll(bare); });
+    MovieWriter writer;
+    VideoEncoder written;
+    if (!writer.create(outDir + "/profile.mp4", OutputFormat::mp4).isEmpty() || !written.open(settings, true).isEmpty())
+        return 1;
+    written.setStream(&writer, writer.addStream(written.context()));
+    if (!writer.open().isEmpty()) return 1;
+    const StageCost encodeAndWrite = measure([&] {
+        encodeAll(written);
+        writer.finish();
+    });
+    const auto ms = [frameCount](double seconds) { return seconds * 1000 / frameCount; };
+    std::printf("profile %dx%d, %d frames, preset %s; CPU ms a frame (all threads), wall ms a frame:\n", row.width,
+                row.height, frameCount, VideoEncoder::presetFor(row.width, row.height));
+    std::printf("  compose        %6.2f cpu %6.2f wall\n", ms(compose.cpu), ms(compose.wall));
+    std::printf("  BGRA->I420     %6.2f cpu %6.2f wall\n", ms(convert.cpu), ms(convert.wall));
+    std::printf("  x264           %6.2f cpu %6.2f wall\n", ms(encode.cpu), ms(encode.wall));
+    std::printf("  writing        %6.2f cpu %6.2f wall\n", ms(encodeAndWrite.cpu - encode.cpu),
+                ms(encodeAndWrite.wall - encode.wall));
+    const double total = ms(compose.cpu + convert.cpu + encodeAndWrite.cpu);
+    std::printf("  all            %6.2f cpu = %.2f cores at 30 frames a second\n", total, total * 30 / 1000);
+    return 0;
+}
+
 }  // namespace
 }  // namespace orvane
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    if (argc >= 5 && !std::strcmp(argv[1], "record")) {
-        const auto quality = orvane::qualityNamed(argv[2]);
-        if (!quality) return 2;
+    const auto quality = argc >= 3 ? orvane::qualityNamed(argv[2]) : std::nullopt;
+    if (argc >= 5 && quality && !std::strcmp(argv[1], "record"))
         return orvane::record(*quality, std::atof(argv[3]), QString::fromLocal8Bit(argv[4]));
-    }
-    if (argc >= 4 && !std::strcmp(argv[1], "raw")) {
-        const auto quality = orvane::qualityNamed(argv[2]);
-        if (!quality) return 2;
-        return orvane::raw(*quality, std::atoll(argv[3]));
-    }
-    std::fprintf(stderr, "usage: recording_bench record QUALITY SECONDS OUT_DIR | raw QUALITY FRAMES\n");
+    if (argc >= 4 && quality && !std::strcmp(argv[1], "raw")) return orvane::raw(*quality, std::atoll(argv[3]));
+    if (argc >= 5 && quality && !std::strcmp(argv[1], "profile"))
+        return orvane::profile(*quality, std::atoi(argv[3]), QString::fromLocal8Bit(argv[4]));
+    std::fprintf(stderr,
+                 "usage: recording_bench record QUALITY SECONDS OUT_DIR | raw QUALITY FRAMES |"
+                 " profile QUALITY FRAMES OUT_DIR\n");
     return 2;
 }

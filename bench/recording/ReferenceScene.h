@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QImage>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "MovingDesktop.h"
+#include "capture/CaptureHub.h"
+#include "capture/LavfiCameraBackend.h"
+#include "document/BrandingConfig.h"
+#include "document/StreamingScene.h"
+#include "recording/LiveFrameTable.h"
+
+namespace orvane {
+
+class SharedCapture;
+
+// The recording benchmark's scene: a gradient, a full-size screen picture
+// that changes on every frame, a moving camera picture-in-picture and the
+// preset's branding.
+//
+// Live, the camera is a running capture of a test pattern and the screen a
+// MovingDesktop publishing 30 frames a second. Stepped, both show a fixed
+// cycle of 30 pictures (the camera's taken from the running capture first),
+// and step(n) chooses which: a recording's sources frozen at frame n, for
+// measuring the stages of a frame one by one.
+class ReferenceScene {
+public:
+    enum class Feed { live, stepped };
+
+    explicit ReferenceScene(Feed feed);
+    ~ReferenceScene();
+
+    void step(std::int64_t n) { step_ = n; }
+
+    const StreamingScene& scene() const { return scene_; }
+    const BrandingConfig& branding() const { return branding_; }
+    std::shared_ptr<LiveFrameTable> frames() const { return frames_; }
+
+    static constexpr int kCycle = 30;
+
+private:
+    LavfiCameraBackend cameras_;
+    CaptureHub hub_;
+    std::shared_ptr<SharedCapture> camera_;
+    MovingDesktop desktop_;
+    std::vector<QImage> cameraCycle_;
+    std::vector<QImage> desktopCycle_;
+    std::atomic<std::int64_t> step_{0};
+    std::shared_ptr<LiveFrameTable> frames_ = std::make_shared<LiveFrameTable>();
+    StreamingScene scene_;
+    BrandingConfig branding_;
+};
+
+}  // namespace orvane

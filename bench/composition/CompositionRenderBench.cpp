@@ -3,6 +3,14 @@
 // corners, a circle PIP camera, branding with logo and text, and a six-step
 // progress bar. Anchors from the same run: one plain drawImage of a 1080p
 // frame, and a memcpy of one. Exits 1 when a budget is exceeded.
+//
+// The screen frame changes on every iteration, as a live capture's does: a
+// new picture each time, so nothing cached per frame can stand in for the
+// work of drawing one.
+//
+// "--profile N [blur]" renders only the 1080p scene N times and prints
+// nothing, for running under callgrind or perf. "--breakdown" prints the
+// 1080p figure with one part of the scene left out at a time.
 #include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -10,9 +18,11 @@
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "composition/SceneRenderer.h"
@@ -45,12 +55,17 @@ double median(std::vector<double> v) {
     return v[v.size() / 2];
 }
 
-Timing medianMs(const std::function<void(int)>& run) {
-    for (int i = 0; i < kWarmup; ++i) run(i);
+// `prepare` runs before each timed `run` and is not counted.
+Timing medianMs(const std::function<void(int)>& run, const std::function<void(int)>& prepare = {}) {
+    for (int i = 0; i < kWarmup; ++i) {
+        if (prepare) prepare(i);
+        run(i);
+    }
     std::vector<double> wall, cpu;
     wall.reserve(kRuns);
     cpu.reserve(kRuns);
     for (int i = 0; i < kRuns; ++i) {
+        if (prepare) prepare(kWarmup + i);
         QElapsedTimer timer;
         const double c0 = cpuNowMs();
         timer.start();
@@ -66,8 +81,25 @@ struct Reference {
     BrandingConfig branding;
     ProgressBarConfig progress;
     TestFrameSource frames;
-    std::vector<QImage> screenFrames;  // rotated, so no frame stays warm in the cache
+    std::vector<QImage> screenFrames;  // rotated, and each stamped afresh before use
     Uuid screenId;
+
+    // Hands the renderer frame `i`: one of the pictures with the iteration's
+    // number stamped into its top rows. Writing into the image makes it a new
+    // picture (a new cache key), as every frame of a live capture is.
+    void nextFrame(int i) {
+        forgetFrame();
+        QImage& f = screenFrames[static_cast<std::size_t>(i) % screenFrames.size()];
+        const int rows = std::min(4, f.height());
+        for (int y = 0; y < rows; ++y) {
+            auto* line = reinterpret_cast<quint32*>(f.scanLine(y));
+            for (int x = 0; x < f.width(); ++x) line[x] = 0xff000000u | static_cast<quint32>(i * 2654435761u + x);
+        }
+        frames.setFrame(screenId, f);
+    }
+    // Drops the source's hold on the last frame, so stamping a frame writes
+    // in place rather than copying it.
+    void forgetFrame() { frames.setFrame(screenId, QImage()); }
 };
 
 void build(Reference& r, const QString& logoPath) {
@@ -107,12 +139,13 @@ Timing renderMs(Reference& r, QSize size, bool blur) {
     QImage canvas(size, QImage::Format_ARGB32_Premultiplied);
     SceneRenderer renderer;
     SceneRenderInputs in{&r.scene, &r.branding, &r.progress, true, blur, 0, &r.frames};
-    return medianMs([&](int i) {
-        r.frames.setFrame(r.screenId, r.screenFrames[static_cast<std::size_t>(i) % r.screenFrames.size()]);
-        QPainter p(&canvas);
-        // Time runs on, but past the blur's fade: the figure is the steady state.
-        renderer.render(p, QSizeF(size), in, 1.0 + i / 30.0);
-    });
+    return medianMs(
+        [&](int i) {
+            QPainter p(&canvas);
+            // Time runs on, but past the blur's fade: the figure is the steady state.
+            renderer.render(p, QSizeF(size), in, 1.0 + i / 30.0);
+        },
+        [&](int i) { r.nextFrame(i); });
 }
 
 }  // namespace
@@ -126,6 +159,73 @@ int main(int argc, char** argv) {
 
     Reference r;
     build(r, logoPath);
+
+    if (argc >= 2 && std::strcmp(argv[1], "--breakdown") == 0) {
+        // The variants take turns frame by frame, so that whatever else the
+        // machine does falls on all of them alike.
+        struct Variant {
+            const char* name;
+            std::function<void(Reference&)> change;
+            Reference scene;
+            SceneRenderer renderer;
+            std::vector<double> cpu;
+        };
+        std::vector<std::unique_ptr<Variant>> variants;
+        const auto add = [&](const char* name, std::function<void(Reference&)> change) {
+            auto v = std::make_unique<Variant>();
+            v->name = name;
+            build(v->scene, logoPath);
+            change(v->scene);
+            variants.push_back(std::move(v));
+        };
+        add("reference", [](Reference&) {});
+        add("without shadow", [](Reference& v) { v.scene.sources[0].configuration.shadowEnabled = false; });
+        add("without border", [](Reference& v) { v.scene.sources[0].configuration.borderEnabled = false; });
+        add("without corners", [](Reference& v) { v.scene.sources[0].configuration.borderRadius = 0; });
+        add("screen at scale 1", [](Reference& v) { v.scene.sources[0].configuration.scale = 1; });
+        add("without screen", [](Reference& v) { v.scene.sources.erase(v.scene.sources.begin()); });
+        add("without camera", [](Reference& v) { v.scene.sources.pop_back(); });
+        add("camera without border",
+            [](Reference& v) { v.scene.sources.back().configuration.cameraBorderEnabled = false; });
+        add("camera as rectangle",
+            [](Reference& v) { v.scene.sources.back().configuration.cameraShape = CameraShape::rectangle; });
+        add("without branding", [](Reference& v) { v.branding.enabled = false; });
+        add("without progress bar", [](Reference& v) { v.progress.enabled = false; });
+        add("solid background", [](Reference& v) { v.scene.backgroundType = BackgroundType::solid; });
+        QImage canvas(1920, 1080, QImage::Format_ARGB32_Premultiplied);
+        for (int i = 0; i < kWarmup + kRuns; ++i) {
+            for (auto& v : variants) {
+                v->scene.nextFrame(i);
+                SceneRenderInputs in{&v->scene.scene, &v->scene.branding, &v->scene.progress, true, false, 0,
+                                     &v->scene.frames};
+                const double c0 = cpuNowMs();
+                {
+                    QPainter p(&canvas);
+                    v->renderer.render(p, QSizeF(canvas.size()), in, 1.0 + i / 30.0);
+                }
+                if (i >= kWarmup) v->cpu.push_back(cpuNowMs() - c0);
+            }
+        }
+        const double reference = median(variants.front()->cpu);
+        for (auto& v : variants) {
+            const double m = median(v->cpu);
+            std::printf("%-28s %8.3f ms cpu %+8.3f\n", v->name, m, m - reference);
+        }
+        return 0;
+    }
+    if (argc >= 3 && std::strcmp(argv[1], "--profile") == 0) {
+        const int n = std::max(1, std::atoi(argv[2]));
+        const bool blur = argc >= 4 && std::strcmp(argv[3], "blur") == 0;
+        QImage canvas(1920, 1080, QImage::Format_ARGB32_Premultiplied);
+        SceneRenderer renderer;
+        SceneRenderInputs in{&r.scene, &r.branding, &r.progress, true, blur, 0, &r.frames};
+        for (int i = 0; i < n; ++i) {
+            r.nextFrame(i);
+            QPainter p(&canvas);
+            renderer.render(p, QSizeF(canvas.size()), in, 1.0 + i / 30.0);
+        }
+        return 0;
+    }
 
     std::vector<QImage> frames = r.screenFrames;
     QImage canvas(1920, 1080, QImage::Format_ARGB32_Premultiplied);

@@ -56,8 +56,10 @@ void BackgroundPainter::paintDirect(QPainter& painter, QSizeF canvas, const Stre
     painter.fillRect(rect, g);
 }
 
-void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene, QRect covered) {
+void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingScene& scene, QRect covered,
+                              const SoftShadow* shadow, QPointF shadowOffset) {
     const bool gradient = scene.backgroundType == BackgroundType::gradient && !scene.gradientColors.empty();
+    if (shadow && shadow->isNull()) shadow = nullptr;
     const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
     // The parts of the canvas around `covered`: above, below, left, right.
     const QRect all = QRectF(QPointF(0, 0), canvas).toAlignedRect();
@@ -69,7 +71,7 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
         strips[2] = QRect(all.left(), hole.top(), hole.left() - all.left(), hole.height());
         strips[3] = QRect(hole.right() + 1, hole.top(), all.right() - hole.right(), hole.height());
     }
-    if (!gradient) {
+    if (!gradient && !shadow) {
         if (strips[1].isNull()) {
             paintDirect(painter, canvas, scene);
             return;
@@ -78,12 +80,16 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
             if (!r.isEmpty()) painter.fillRect(r, ColorConvert::from(scene.backgroundColor));
         return;
     }
-    std::size_t key = hashFields(scene.gradientDirection, canvas.width(), canvas.height(), dpr);
-    bool opaque = true;
-    for (const CodableColor& c : scene.gradientColors) {
-        key = hashFields(key, c);
-        opaque = opaque && c.alpha >= 1;
+    std::size_t key = hashFields(scene.backgroundType, scene.backgroundColor, scene.gradientDirection, canvas.width(),
+                                 canvas.height(), dpr);
+    bool opaque = gradient || scene.backgroundColor.alpha >= 1;
+    if (gradient) {
+        for (const CodableColor& c : scene.gradientColors) {
+            key = hashFields(key, c);
+            opaque = opaque && c.alpha >= 1;
+        }
     }
+    if (shadow) key = hashFields(key, shadow->cacheKey(), shadowOffset.x(), shadowOffset.y());
     if (key != key_ || cached_.isNull()) {
         key_ = key;
         const QSize pixels = (canvas * dpr).toSize().expandedTo(QSize(1, 1));
@@ -92,6 +98,7 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
         cached_.fill(Qt::transparent);
         QPainter p(&cached_);
         paintDirect(p, canvas, scene);
+        if (shadow) shadow->draw(p, shadowOffset);
     }
     if (strips[1].isNull()) {
         painter.drawImage(QRectF(QPointF(0, 0), canvas), cached_);

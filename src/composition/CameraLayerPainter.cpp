@@ -47,7 +47,7 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
         const QRectF zoomed = SourceFrameGeometry::cameraZoomRect(r.size(), cameraZoom)
                                   .translated(r.topLeft());
         const QRectF source = SourceFrameGeometry::aspectFillSource(image.size(), zoomed.size());
-        painter.drawImage(zoomed, image, source);
+        if (!scaler_.draw(painter, zoomed, image, source)) painter.drawImage(zoomed, image, source);
     } else {
         painter.fillRect(r, Qt::black);
     }

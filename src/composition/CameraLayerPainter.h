@@ -4,6 +4,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include "composition/FrameScaler.h"
 #include "composition/FrameSource.h"
 #include "composition/SceneLayoutHelper.h"
 #include "composition/SoftShadow.h"
@@ -35,6 +36,7 @@ private:
     QString borderKey_;
     SoftShadow border_;
     QImage layer_;  // reused for the masked layouts
+    FrameScaler scaler_;
 };
 
 }  // namespace orvane

@@ -4,6 +4,7 @@
 #include <QRegion>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "composition/BackgroundPainter.h"
 #include "composition/CompositionIdentity.h"
@@ -87,7 +88,16 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         if (s.type == SourceType::screen || s.type == SourceType::window) hasScreens = true;
         if (s.type == SourceType::content) hasContent = true;
     }
-    const auto frameOf = [&](const Source& s) { return in.frames ? in.frames->latestFrame(s) : SourceFrame{}; };
+    // Each source's latest frame is asked for once: a capture may deliver a
+    // newer one while this render runs, and all layers of one render must
+    // agree on the frame (and its size).
+    std::vector<SourceFrame> latest(scene.sources.size());
+    if (in.frames)
+        for (std::size_t i = 0; i < scene.sources.size(); ++i)
+            if (scene.sources[i].type != SourceType::content) latest[i] = in.frames->latestFrame(scene.sources[i]);
+    const auto frameOf = [&](const Source& s) -> const SourceFrame& {
+        return latest[static_cast<std::size_t>(&s - scene.sources.data())];
+    };
     const auto paintCamera = [&] {
         if (camera && frames.cameraFrame)
             camera_.paint(painter, canvas, layout, *frames.cameraFrame, *camera, frameOf(*camera), zoom);
@@ -108,7 +118,21 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
     }
     const QRect hole(QPoint(int(std::ceil(covered.left())), int(std::ceil(covered.top()))),
                      QPoint(int(std::floor(covered.right())) - 1, int(std::floor(covered.bottom())) - 1));
-    background_.paint(painter, canvas, scene, hole.isValid() && hole.width() > 64 && hole.height() > 64 ? hole : QRect());
+    // The lowest screen's drop shadow goes into the background's cached
+    // image when nothing moves between the two: no camera drawn under the
+    // screens, no zoom.
+    const Source* lowest = nullptr;
+    for (const Source& s : scene.sources)
+        if (s.type == SourceType::screen || s.type == SourceType::window) {
+            lowest = &s;
+            break;
+        }
+    const SoftShadow* bakedShadow = nullptr;
+    QPointF shadowOffset;
+    if (lowest && frames.contentFrame && zoom == 1 && (pip || !camera || !frames.cameraFrame))
+        bakedShadow = screens_[lowest->id].shadow(*frames.contentFrame, *lowest, frameOf(*lowest), &shadowOffset);
+    background_.paint(painter, canvas, scene, hole.isValid() && hole.width() > 64 && hole.height() > 64 ? hole : QRect(),
+                      bakedShadow, shadowOffset);
     if (!pip) paintCamera();
 
     if (frames.contentFrame && hasScreens) {
@@ -119,7 +143,8 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         painter.translate(-centre);
         for (const Source& s : scene.sources) {
             if (s.type != SourceType::screen && s.type != SourceType::window) continue;
-            screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius);
+            screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius,
+                                 bakedShadow && &s == lowest);
         }
         painter.restore();
     }

@@ -37,23 +37,58 @@ QRectF ScreenLayerPainter::opaqueRect(QRectF box, const Source& source, const So
     return inner.isValid() ? inner : QRectF();
 }
 
-void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame,
-                               double blurRadius) {
-    if (frame.state != SourceFrame::State::frame || frame.image.isNull()) {
-        StatusPainter::paintCaptureState(painter, box, frame, source.type);
-        return;
-    }
+bool ScreenLayerPainter::place(QRectF box, const Source& source, const SourceFrame& frame, QRectF* rect,
+                               double* radius) {
+    if (frame.state != SourceFrame::State::frame || frame.image.isNull()) return false;
     const SourceConfiguration& c = source.configuration;
     const QRectF r = SourceFrameGeometry::screenFrameRect(box.size(), frame.image.size(), c.scale,
                                                           c.horizontalOffset, c.verticalOffset)
                          .translated(box.topLeft());
     if (!(r.width() >= 0.5 && r.height() >= 0.5) || !std::isfinite(r.left()) || !std::isfinite(r.top()) ||
         !std::isfinite(r.width()) || !std::isfinite(r.height()) || r.width() > kMaxExtent || r.height() > kMaxExtent)
-        return;
+        return false;
+    *rect = r;
     // The corner radius is in canvas points and does not follow the scale.
-    const double radius = std::isfinite(c.borderRadius)
-                              ? std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2)
-                              : 0.0;
+    *radius = std::isfinite(c.borderRadius) ? std::clamp(c.borderRadius, 0.0, std::min(r.width(), r.height()) / 2)
+                                            : 0.0;
+    return true;
+}
+
+const SoftShadow* ScreenLayerPainter::shadowFor(QRectF r, double radius, const SourceConfiguration& c) {
+    if (!c.shadowEnabled) return nullptr;
+    // A shadow's radius is twice the Gaussian's standard deviation.
+    const QColor color = ColorConvert::from(c.shadowColor);
+    const double sigma = std::max(0.0, c.shadowRadius) / 2;
+    const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(), radius, sigma,
+                                          color.rgba());
+    if (key != shadowKey_) {
+        shadowKey_ = key;
+        QPainterPath outline;
+        outline.addRoundedRect(r, radius, radius);
+        shadow_ = SoftShadow::make(outline, 0, sigma, color);
+    }
+    return shadow_.isNull() ? nullptr : &shadow_;
+}
+
+const SoftShadow* ScreenLayerPainter::shadow(QRectF box, const Source& source, const SourceFrame& frame,
+                                             QPointF* offset) {
+    QRectF r;
+    double radius = 0;
+    if (!place(box, source, frame, &r, &radius)) return nullptr;
+    *offset = QPointF(source.configuration.shadowX, source.configuration.shadowY);
+    return shadowFor(r, radius, source.configuration);
+}
+
+void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame,
+                               double blurRadius, bool shadowDrawn) {
+    if (frame.state != SourceFrame::State::frame || frame.image.isNull()) {
+        StatusPainter::paintCaptureState(painter, box, frame, source.type);
+        return;
+    }
+    const SourceConfiguration& c = source.configuration;
+    QRectF r;
+    double radius = 0;
+    if (!place(box, source, frame, &r, &radius)) return;
     QPainterPath outline;
     outline.addRoundedRect(r, radius, radius);
 
@@ -61,20 +96,13 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
 
-    if (c.shadowEnabled) {
-        // A shadow's radius is twice the Gaussian's standard deviation.
-        const QColor color = ColorConvert::from(c.shadowColor);
-        const double sigma = std::max(0.0, c.shadowRadius) / 2;
-        const QString key = QString::asprintf("%g,%g,%g,%g,%g,%g,%u", r.x(), r.y(), r.width(), r.height(), radius,
-                                              sigma, color.rgba());
-        if (key != shadowKey_) {
-            shadowKey_ = key;
-            shadow_ = SoftShadow::make(outline, 0, sigma, color);
+    if (!shadowDrawn) {
+        if (const SoftShadow* shadow = shadowFor(r, radius, c)) {
+            // Captured frames are opaque: under the frame's inside, away from
+            // its rounded corners and its blurred edge, the shadow cannot show.
+            const double inset = radius + 3 * blurRadius + 1;
+            shadow->drawAround(painter, QPointF(c.shadowX, c.shadowY), r.adjusted(inset, inset, -inset, -inset));
         }
-        // Captured frames are opaque: under the frame's inside, away from its
-        // rounded corners and its blurred edge, the shadow cannot show.
-        const double inset = radius + 3 * blurRadius + 1;
-        shadow_.drawAround(painter, QPointF(c.shadowX, c.shadowY), r.adjusted(inset, inset, -inset, -inset));
     }
 
     const QImage image = ImageAdjust::adjusted(frame.image, c.brightness - 1, 1);
@@ -85,10 +113,11 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
         painter.setClipRect(r, Qt::IntersectClip);
     const FastBlur::Blurred blurred =
         blurRadius > 0 ? FastBlur::blur(image, r.size(), blurRadius) : FastBlur::Blurred{};
-    if (blurred.isNull())
-        painter.drawImage(r, image);
-    else
+    if (blurred.isNull()) {
+        if (!scaler_.draw(painter, r, image)) painter.drawImage(r, image);
+    } else if (!scaler_.draw(painter, blurred.target(r), blurred.image)) {
         painter.drawImage(blurred.target(r), blurred.image);
+    }
     painter.restore();
 
     if (c.borderEnabled && c.borderWidth > 0) {

@@ -3,6 +3,7 @@
 #include <QRectF>
 #include <QString>
 
+#include "composition/FrameScaler.h"
 #include "composition/FrameSource.h"
 #include "composition/SoftShadow.h"
 #include "document/Source.h"
@@ -16,8 +17,15 @@ namespace orvane {
 // a glowing border. Without a frame, the capture's state instead.
 class ScreenLayerPainter {
 public:
-    // blurRadius is in canvas points (0 for a sharp picture).
-    void paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame, double blurRadius);
+    // blurRadius is in canvas points (0 for a sharp picture). With
+    // shadowDrawn the drop shadow is left out: the caller has drawn it
+    // already (see shadow()).
+    void paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame, double blurRadius,
+               bool shadowDrawn = false);
+
+    // The drop shadow that paint() would draw for this frame, and its offset;
+    // null when there is none. Valid until the next call on this painter.
+    const SoftShadow* shadow(QRectF box, const Source& source, const SourceFrame& frame, QPointF* offset);
 
     // The part of the box that the frame will cover completely (captured
     // frames are opaque): the frame's rectangle less its rounded corners and
@@ -25,10 +33,16 @@ public:
     static QRectF opaqueRect(QRectF box, const Source& source, const SourceFrame& frame, double blurRadius);
 
 private:
+    // The frame's rectangle in the box and its corner radius; false when
+    // there is nothing to draw.
+    static bool place(QRectF box, const Source& source, const SourceFrame& frame, QRectF* rect, double* radius);
+    const SoftShadow* shadowFor(QRectF rect, double radius, const SourceConfiguration& config);
+
     QString shadowKey_;
     SoftShadow shadow_;
     QString borderKey_;
     SoftShadow border_;
+    FrameScaler scaler_;
 };
 
 }  // namespace orvane

@@ -36,6 +36,8 @@ public:
     void drawAround(QPainter& painter, QPointF offset, QRectF covered) const;
 
     bool isNull() const { return image_.isNull(); }
+    // Changes whenever the shadow is made anew.
+    qint64 cacheKey() const { return image_.cacheKey(); }
     const QRectF& target() const { return target_; }
 
 private:

@@ -45,15 +45,16 @@ void ScreenCaptureViewModel::startCapture(const Source& source, const CaptureQua
 void ScreenCaptureViewModel::stopCapture() {
     detach();
     setCapturing(false);
-    if (!capturedImage_.isNull()) {
-        capturedImage_ = QImage();
+    shown_.sequence = 0;
+    if (!shown_.image.isNull()) {
+        shown_.image = QImage();
         emit capturedImageChanged();
     }
 }
 
 void ScreenCaptureViewModel::attach(std::shared_ptr<SharedCapture> capture) {
     capture_ = std::move(capture);
-    shownSequence_ = 0;
+    shown_.sequence = 0;
     SharedCapture* shared = capture_.get();
     frameConnection_ = connect(shared, &SharedCapture::frameAvailable, this, &ScreenCaptureViewModel::takeLatestFrame);
     pointerConnection_ = connect(shared, &SharedCapture::pointerInsideChanged, this,
@@ -89,9 +90,8 @@ void ScreenCaptureViewModel::fail(const QString& reason) {
 void ScreenCaptureViewModel::takeLatestFrame() {
     if (!capture_) return;
     CapturedFrame frame = capture_->latestFrame();
-    if (frame.sequence == 0 || frame.sequence == shownSequence_) return;
-    shownSequence_ = frame.sequence;
-    capturedImage_ = std::move(frame.image);
+    if (frame.sequence == 0 || frame.sequence == shown_.sequence) return;
+    shown_ = std::move(frame);
     emit capturedImageChanged();
 }
 

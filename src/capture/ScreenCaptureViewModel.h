@@ -38,7 +38,9 @@ public:
     void startCapture(const Source& source, const CaptureQuality& quality);
     void stopCapture();
 
-    QImage capturedImage() const { return capturedImage_; }
+    QImage capturedImage() const { return shown_.image; }
+    // The frame behind capturedImage, with when it was grabbed.
+    const CapturedFrame& shownFrame() const { return shown_; }
     bool isCapturing() const { return isCapturing_; }
     QString errorMessage() const { return errorMessage_; }  // null: none
     bool isMouseOverWindow() const { return isMouseOverWindow_; }
@@ -70,9 +72,8 @@ private:
     CaptureHub& hub_;
     std::shared_ptr<SharedCapture> capture_;
     QMetaObject::Connection frameConnection_, pointerConnection_, failureConnection_;
-    std::uint64_t shownSequence_ = 0;
 
-    QImage capturedImage_;
+    CapturedFrame shown_;  // sequence 0: nothing shown from the current capture
     bool isCapturing_ = false;
     QString errorMessage_;
     bool isMouseOverWindow_ = false;

@@ -2,6 +2,8 @@
 
 #include <QMetaObject>
 
+#include <utility>
+
 #include "document/Log.h"
 
 namespace orvane {
@@ -57,11 +59,12 @@ void SharedCapture::run(std::stop_token stop) {
         // main thread includes the grab itself.
         const auto askedAt = Clock::now();
         CaptureResult<GrabbedFrame> grabbed = source->grabFrame();
+        const auto grabbedAt = Clock::now();
         if (stop.stop_requested()) break;
         if (grabbed) {
             loggedGrabError = false;
             const bool inside = grabbed.value().pointerInside;
-            publish(std::move(grabbed.value()), askedAt);
+            publish(std::move(grabbed.value()), askedAt, grabbedAt);
             if (inside != lastPointerInside) {
                 lastPointerInside = inside;
                 QMetaObject::invokeMethod(this, [this, inside] { deliverPointer(inside); }, Qt::QueuedConnection);
@@ -91,12 +94,15 @@ void SharedCapture::run(std::stop_token stop) {
     liveSource_ = nullptr;
 }
 
-void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point takenAt) {
+void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
+                            std::chrono::steady_clock::time_point grabbedAt) {
+    QImage replaced;  // let go of outside the lock: that may hand a buffer back to its pool
     {
         std::lock_guard lock(frameMutex_);
-        latest_.image = std::move(frame.image);
+        replaced = std::exchange(latest_.image, std::move(frame.image));
         latest_.sequence += 1;
-        latest_.capturedAt = takenAt;
+        latest_.capturedAt = askedAt;
+        latest_.grabbedAt = grabbedAt;
     }
     if (!noticePending_.exchange(true))
         QMetaObject::invokeMethod(this, [this] { deliverFrameNotice(); }, Qt::QueuedConnection);

@@ -47,7 +47,8 @@ signals:
 
 private:
     void run(std::stop_token stop);
-    void publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point takenAt);
+    void publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
+                 std::chrono::steady_clock::time_point grabbedAt);
     void deliverFrameNotice();
     void deliverPointer(bool inside);
 

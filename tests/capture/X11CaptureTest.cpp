@@ -237,6 +237,36 @@ TEST_F(X11CaptureTest, WindowCaptureShowsTheCursorOnlyOverTheWindow) {
     EXPECT_EQ(test::pixelsUnlike(freshFrame(model), QRect(0, 0, 400, 300), teal), 0);
 }
 
+TEST_F(X11CaptureTest, CursorImageFollowsTheCursorTheServerShows) {
+    // Two windows of one colour; over the right one the pointer is hidden.
+    // The capture keeps the cursor image between frames, so it must notice
+    // each change of cursor, both ways.
+    const QColor grey(90, 90, 90);
+    auto background = test::colourWindow(grey, QRect(0, 0, 480, 1080), "background", false);
+    auto hiding = test::colourWindow(grey, QRect(480, 0, 480, 1080), "hiding", false);
+    hiding->setCursor(Qt::BlankCursor);
+    test::X11TestClient client(display());
+    client.warpPointer(1400, 500);  // on the right display
+
+    ScreenCaptureViewModel model(backend, hub);
+    model.startCapture(screen(leftId), CaptureQuality{960, 1080, 30});
+    ASSERT_TRUE(test::waitUntil([&] {
+        const QImage f = model.capturedImage();
+        return !f.isNull() && test::pixelsUnlike(f, QRect(0, 0, 960, 1080), grey) == 0;
+    }));
+
+    client.warpPointer(240, 540);
+    ASSERT_TRUE(test::waitUntil([&] { return model.isMouseOverWindow(); }));
+    EXPECT_GT(test::pixelsUnlike(freshFrame(model), QRect(220, 520, 40, 40), grey), 10);
+
+    client.warpPointer(720, 540);
+    EXPECT_EQ(test::pixelsUnlike(freshFrame(model), QRect(0, 0, 960, 1080), grey), 0);
+    EXPECT_TRUE(model.isMouseOverWindow());
+
+    client.warpPointer(250, 540);
+    EXPECT_GT(test::pixelsUnlike(freshFrame(model), QRect(230, 520, 40, 40), grey), 10);
+}
+
 TEST_F(X11CaptureTest, ScreenWithoutStoredIdNeverShowsTheCursor) {
     const QColor grey(90, 90, 90);
     auto background = test::colourWindow(grey, QRect(0, 0, 960, 1080), "background", false);

@@ -120,16 +120,21 @@ CaptureResult<GrabbedFrame> X11CaptureStream::grabFrame() {
         if (!failure.isEmpty()) return CaptureResult<GrabbedFrame>::failure(failure);
         drawable = windowPixmap_;
     }
+    // The pointer query goes out with the grab: one round trip for both,
+    // and the position belongs to the picture.
+    const bool tracksPointer = !target_.cursorRegion.isEmpty();
+    xcb_query_pointer_cookie_t pointerAsked{};
+    if (tracksPointer) pointerAsked = cursor_->askPointer();
     CaptureResult<QImage> grabbed = grab(drawable, area_, format_);
+    const std::optional<QPoint> pointer = tracksPointer ? cursor_->pointer(pointerAsked) : std::nullopt;
     if (!grabbed) return CaptureResult<GrabbedFrame>::failure(grabbed.error());
     QImage image = grabbed.takeValue();
 
     GrabbedFrame frame;
-    if (!target_.cursorRegion.isEmpty()) {
-        const std::optional<QPoint> pointer = cursor_->pointer();
-        frame.pointerInside = pointer && target_.cursorRegion.contains(*pointer);
-        if (frame.pointerInside) cursor_->paint(image, origin_, *pointer);
-    }
+    frame.pointerInside = pointer && target_.cursorRegion.contains(*pointer);
+    // The image is the only reference to its buffer here, so drawing into
+    // it copies nothing.
+    if (frame.pointerInside) cursor_->paint(image, origin_, *pointer);
     frame.image = FrameFit::fit(image, target_.outputSize);
     return frame;
 }

@@ -131,8 +131,10 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
             borderKey_ = key;
             border_ = SoftShadow::glowingOutline(outline, c.borderWidth, sigma, color);
         }
-        const double inset = radius + c.borderWidth / 2 + 3 * sigma + 2;
-        border_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset));
+        // Along the straight edges the glow reaches as far in as it does out;
+        // at the corners the outline itself bends in by the radius.
+        const double inset = c.borderWidth / 2 + 3 * sigma + 2;
+        border_.drawAround(painter, {}, r.adjusted(inset, inset, -inset, -inset), radius);
     }
     painter.restore();
 }

@@ -76,8 +76,19 @@ void SoftShadow::draw(QPainter& painter, QPointF offset) const {
     painter.drawImage(target_.topLeft() + offset, image_);
 }
 
-void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered) const {
+void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered, double corner) const {
     if (image_.isNull()) return;
+    // Resampled pieces meet with faint seams; a seam through the rounded
+    // corners would show, so under scaling or at fractional positions the
+    // covered rectangle stays clear of them.
+    const QTransform t = painter.deviceTransform();
+    const bool whole = t.type() <= QTransform::TxTranslate && t.dx() == std::floor(t.dx()) &&
+                       t.dy() == std::floor(t.dy()) && offset.x() == std::floor(offset.x()) &&
+                       offset.y() == std::floor(offset.y());
+    if (corner > 0 && !whole) {
+        covered.adjust(corner, corner, -corner, -corner);
+        corner = 0;
+    }
     const QPointF origin = target_.topLeft() + offset;
     // In the image's pixels, shrunk to whole pixels so that nothing uncovered
     // is skipped.
@@ -100,6 +111,17 @@ void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered) c
     };
     for (const QRect& s : strips)
         if (!s.isEmpty()) painter.drawImage(origin + QPointF(s.topLeft()), image_, QRectF(s));
+    if (!(corner > 0)) return;
+    // Whole pixels again, rounded outwards.
+    const int side = std::min({static_cast<int>(std::ceil(corner)), (right - left) / 2, (bottom - top) / 2});
+    if (side <= 0) return;
+    const QRect corners[] = {
+        QRect(left, top, side, side),
+        QRect(right - side, top, side, side),
+        QRect(left, bottom - side, side, side),
+        QRect(right - side, bottom - side, side, side),
+    };
+    for (const QRect& s : corners) painter.drawImage(origin + QPointF(s.topLeft()), image_, QRectF(s));
 }
 
 }  // namespace orvane

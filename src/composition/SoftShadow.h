@@ -33,7 +33,10 @@ public:
     // The same, except inside `covered` (canvas points), which something
     // opaque is about to cover: only the strips around it are drawn, which
     // for a shadow under a large picture is most of the saving.
-    void drawAround(QPainter& painter, QPointF offset, QRectF covered) const;
+    // With `corner` > 0 the covered rectangle has rounded corners: squares
+    // of that side in its four corners are drawn as well (an outline's glow
+    // reaches into them along the curve).
+    void drawAround(QPainter& painter, QPointF offset, QRectF covered, double corner = 0) const;
 
     bool isNull() const { return image_.isNull(); }
     // Changes whenever the shadow is made anew.

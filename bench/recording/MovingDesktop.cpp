@@ -8,7 +8,7 @@ namespace orvane {
 namespace {
 constexpr int kLineHeight = 36;
 constexpr int kLines = 60;
-constexpr auto kFrameInterval = std::chrono::nanoseconds(1'000'000'000 / 30);
+constexpr auto kPictureInterval = std::chrono::nanoseconds(1'000'000'000 / MovingDesktop::kPicturesPerSecond);
 }
 
 MovingDesktop::MovingDesktop(QSize size) : size_(size), text_(size.width(), kLineHeight * kLines, QImage::Format_RGB32) {
@@ -51,6 +51,7 @@ QImage MovingDesktop::frameAt(std::int64_t n) const {
 }
 
 void MovingDesktop::start() {
+    for (int n = 0; n < kCycle; ++n) cycle_.push_back(frameAt(n));
     thread_ = std::jthread([this](std::stop_token stop) { run(stop); });
 }
 
@@ -62,9 +63,9 @@ CapturedFrame MovingDesktop::latestFrame() const {
 void MovingDesktop::run(std::stop_token stop) {
     const auto origin = std::chrono::steady_clock::now();
     for (std::int64_t n = 0; !stop.stop_requested(); ++n) {
-        std::this_thread::sleep_until(origin + n * kFrameInterval);
+        std::this_thread::sleep_until(origin + n * kPictureInterval);
         CapturedFrame frame;
-        frame.image = frameAt(n);
+        frame.image = cycle_[static_cast<std::size_t>(n % kCycle)];
         frame.sequence = static_cast<std::uint64_t>(n + 1);
         frame.capturedAt = std::chrono::steady_clock::now();
         frame.grabbedAt = frame.capturedAt;

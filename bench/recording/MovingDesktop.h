@@ -6,22 +6,29 @@
 #include <cstdint>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include "capture/CapturedFrame.h"
 
 namespace orvane {
 
-// A desktop that changes on every frame the way a live screen capture does:
-// a text editor scrolling by a line a frame, a clock and a moving pointer.
-// frameAt(n) draws frame n; start() publishes a new frame 30 times a second
-// on a thread of its own, each a fresh picture with a new sequence number,
-// as a capture's thread would.
+// A desktop that changes all the time the way a live screen capture does:
+// a text editor scrolling by a line a picture, a counter and a moving
+// pointer. frameAt(n) draws picture n. start() draws a cycle of kCycle
+// pictures once and then publishes the next one 60 times a second on a
+// thread of its own, each with a new sequence number, as a capture's thread
+// would: every frame of a 30 Hz recording finds a new picture. The pictures
+// are drawn beforehand so that the benchmark's own drawing does not count
+// as the recorder's CPU.
 class MovingDesktop {
 public:
     explicit MovingDesktop(QSize size = QSize(1920, 1080));
     ~MovingDesktop();
     MovingDesktop(const MovingDesktop&) = delete;
     MovingDesktop& operator=(const MovingDesktop&) = delete;
+
+    static constexpr int kCycle = 30;
+    static constexpr int kPicturesPerSecond = 60;
 
     QImage frameAt(std::int64_t n) const;
 
@@ -33,6 +40,7 @@ private:
 
     const QSize size_;
     QImage text_;  // the editor's whole text, taller than the screen
+    std::vector<QImage> cycle_;  // drawn by start()
     mutable std::mutex mutex_;
     CapturedFrame latest_;  // protected by mutex_
     std::jthread thread_;

@@ -9,6 +9,8 @@
 //   recording_bench profile QUALITY FRAMES OUT_DIR
 //     the stages of a frame one at a time, each over FRAMES frames, in CPU
 //     time: composing, colour conversion, H.264, writing the file.
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QSettings>
@@ -22,6 +24,7 @@
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -43,6 +46,32 @@ double cpuSeconds() {
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
            static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+// Per thread of the process: seconds run on a CPU and seconds spent ready
+// to run, waiting for one (the kernel's scheduler figures).
+std::map<QString, std::pair<double, double>> threadSchedules() {
+    std::map<QString, std::pair<double, double>> schedules;
+    for (const QString& task : QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(QStringLiteral("/proc/self/task/%1/schedstat").arg(task));
+        if (!file.open(QIODevice::ReadOnly)) continue;
+        const QList<QByteArray> fields = file.readAll().split(' ');
+        if (fields.size() >= 2) schedules[task] = {fields[0].toDouble() / 1e9, fields[1].toDouble() / 1e9};
+    }
+    return schedules;
+}
+
+// Over the threads alive at both times: run and wait seconds in between.
+std::pair<double, double> scheduleBetween(const std::map<QString, std::pair<double, double>>& before,
+                                          const std::map<QString, std::pair<double, double>>& after) {
+    std::pair<double, double> total{0, 0};
+    for (const auto& [task, figures] : after) {
+        const auto earlier = before.find(task);
+        if (earlier == before.end()) continue;
+        total.first += figures.first - earlier->second.first;
+        total.second += figures.second - earlier->second.second;
+    }
+    return total;
 }
 
 std::optional<VideoQuality> qualityNamed(const char* name) {
@@ -96,7 +125,9 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     }
     const double cpuBefore = cpuSeconds();
     const auto wallBefore = std::chrono::steady_clock::now();
+    const auto schedulesBefore = threadSchedules();
     QTest::qWait(static_cast<int>(seconds * 1000));
+    const auto [ran, waited] = scheduleBetween(schedulesBefore, threadSchedules());
     recorder->stopRecording();
     if (!QTest::qWaitFor([&] { return recorder->recordingStatus() != RecordingStatus::stopping; }, 60000))
         std::fprintf(stderr, "the file did not close within a minute\n");
@@ -110,6 +141,13 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     const double own = cpu - idlePerSecond * wall;
     std::printf("ours %dx%d: without recording %.2f cores; the recording's own share %.2f s = %.2f cores\n", row.width,
                 row.height, idlePerSecond, own, own / wall);
+    std::printf("ours %dx%d: frames drawn %lld, repeated unchanged %lld; dropped %lld drawn too late, %lld with the "
+                "encoder behind\n",
+                row.width, row.height, static_cast<long long>(figures.framesComposed),
+                static_cast<long long>(figures.framesRepeated), static_cast<long long>(figures.framesLate),
+                static_cast<long long>(figures.framesEncoderBehind));
+    std::printf("ours %dx%d: the process's threads ran %.2f s and waited %.2f s, ready to run, for a CPU\n", row.width,
+                row.height, ran, waited);
     std::printf("CPU_SECONDS %.3f\nOWN_CPU_SECONDS %.3f\nFRAMES %lld\nDROPPED %lld\nFILE %s\n", cpu, own,
                 static_cast<long long>(figures.framesEncoded), static_cast<long long>(figures.framesDropped),
                 recorder->outputURL().value_or(QUrl()).toLocalFile().toLocal8Bit().constData());

@@ -52,19 +52,19 @@ ReferenceScene::ReferenceScene(Feed feed)
         10000);
     if (!cycled) std::fprintf(stderr, "the bench camera gave %zu pictures\n", cameraCycle_.size());
     camera_.reset();
-    for (int n = 0; n < kCycle; ++n) desktopCycle_.push_back(desktop_.frameAt(n));
-    const auto cycle = [this](const std::vector<QImage>& pictures) {
-        return [this, &pictures] {
+    for (int n = 0; n < MovingDesktop::kCycle; ++n) desktopCycle_.push_back(desktop_.frameAt(n));
+    const auto cycle = [this](const std::vector<QImage>& pictures, std::int64_t picturesPerFrame) {
+        return [this, &pictures, picturesPerFrame] {
             if (pictures.empty()) return CapturedFrame{};
-            const std::int64_t n = step_;
+            const std::int64_t n = step_ * picturesPerFrame;
             CapturedFrame frame;
             frame.image = pictures[static_cast<std::size_t>(n % static_cast<std::int64_t>(pictures.size()))];
             frame.sequence = static_cast<std::uint64_t>(n + 1);
             return frame;
         };
     };
-    frames_->bindCapture(cam.id, cycle(cameraCycle_));
-    frames_->bindCapture(screen.id, cycle(desktopCycle_));
+    frames_->bindCapture(cam.id, cycle(cameraCycle_, 1));
+    frames_->bindCapture(screen.id, cycle(desktopCycle_, MovingDesktop::kPicturesPerSecond / 30));
 }
 
 ReferenceScene::~ReferenceScene() { frames_->clear(); }

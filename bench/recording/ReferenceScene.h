@@ -23,9 +23,10 @@ class SharedCapture;
 // preset's branding.
 //
 // Live, the camera is a running capture of a test pattern and the screen a
-// MovingDesktop publishing 30 frames a second. Stepped, both show a fixed
-// cycle of 30 pictures (the camera's taken from the running capture first),
-// and step(n) chooses which: a recording's sources frozen at frame n, for
+// MovingDesktop publishing 60 pictures a second. Stepped, both show a fixed
+// cycle of pictures (the camera's taken from the running capture first),
+// and step(n) chooses which: the sources as a 30 Hz recording finds them at
+// frame n (the desktop two pictures on), for the anchor's frames and for
 // measuring the stages of a frame one by one.
 class ReferenceScene {
 public:
@@ -47,8 +48,8 @@ private:
     CaptureHub hub_;
     std::shared_ptr<SharedCapture> camera_;
     MovingDesktop desktop_;
-    std::vector<QImage> cameraCycle_;
-    std::vector<QImage> desktopCycle_;
+    std::vector<QImage> cameraCycle_;   // stepped: one picture a frame
+    std::vector<QImage> desktopCycle_;  // stepped: two pictures a frame
     std::atomic<std::int64_t> step_{0};
     std::shared_ptr<LiveFrameTable> frames_ = std::make_shared<LiveFrameTable>();
     StreamingScene scene_;

@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <cstdio>
+
 #include "document/Log.h"
 #include "recording/LiveFrameTable.h"
 #include "recording/ProgramChangeWatch.h"
@@ -74,12 +76,19 @@ QString VideoPipeline::stop() {
         const auto average_ms = [](std::int64_t total_ns, std::int64_t count) {
             return count > 0 ? std::to_string(static_cast<double>(total_ns) / 1e6 / static_cast<double>(count)) : "-";
         };
+        const auto seconds = [](double s) {
+            char text[32];
+            std::snprintf(text, sizeof text, "%.2f s", s);
+            return std::string(text);
+        };
         const Figures f = figures();
         logLine("🎞️ Recording video: " + std::to_string(encoded_.load()) + " frames (" + std::to_string(f.repeated) +
                 " unchanged), " + std::to_string(f.dropped()) + " dropped (" + std::to_string(f.late) +
                 " drawn too late, " + std::to_string(f.encoderBehind) + " with the encoder behind); composing " +
                 average_ms(composeTime_ns_, f.composed) + " ms, encoding " + average_ms(encodeTime_ns_, encoded_) +
-                " ms a frame");
+                " ms a frame; render thread ran " + seconds(renderSchedule_.ran_s) + " and waited " +
+                seconds(renderSchedule_.waited_s) + " for a CPU, encoder thread ran " + seconds(encodeSchedule_.ran_s) +
+                " and waited " + seconds(encodeSchedule_.waited_s));
     }
     if (failed_) return {};
     return encoder_.flush();
@@ -110,6 +119,7 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
         wake_.wait(lock, stop, [this] { return clock_->hasOrigin(); });
     }
     ProgramChangeWatch changes;
+    const ThreadSchedule scheduleAtOrigin = ThreadSchedule::ofThisThread();
     std::int64_t frameIndex = 0;
     while (!stop.stop_requested()) {
         // Absolute deadlines: a late frame does not push back the ones after.
@@ -166,9 +176,11 @@ void VideoPipeline::renderLoop(std::stop_token stop) {
         composeTime_ns_ += nanoseconds(Clock::now() - composeStart);
         ++frameIndex;
     }
+    renderSchedule_ = ThreadSchedule::ofThisThread().since(scheduleAtOrigin);
 }
 
 void VideoPipeline::encodeLoop() {
+    const ThreadSchedule atStart = ThreadSchedule::ofThisThread();
     while (std::optional<FrameRing::Item> item = ring_.pop({})) {
         if (!failed_) {
             const auto encodeStart = Clock::now();
@@ -179,6 +191,7 @@ void VideoPipeline::encodeLoop() {
         }
         ring_.release(item->slot);
     }
+    encodeSchedule_ = ThreadSchedule::ofThisThread().since(atStart);
 }
 
 void VideoPipeline::reportFailure(const QString& message) {

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "recording/FrameRing.h"
+#include "recording/ThreadSchedule.h"
 
 namespace orvane {
 
@@ -85,6 +86,11 @@ private:
     std::atomic<std::int64_t> composeTime_ns_{0};  // summed over composed frames, with the conversion
     std::atomic<std::int64_t> encodeTime_ns_{0};   // summed over encoded frames
     std::atomic<std::int64_t> encoded_{0};
+
+    // Each thread's time on a CPU and waiting for one, over the recording;
+    // written by the thread as it ends, read after it is joined.
+    ThreadSchedule renderSchedule_;
+    ThreadSchedule encodeSchedule_;
 
     std::mutex waitMutex_;  // protects nothing: the render thread's sleep until the next frame
     std::condition_variable_any wake_;

@@ -76,15 +76,18 @@ QString X11CaptureStream::start(const QRect& displayArea) {
 
 QString X11CaptureStream::nameWindowPixmap() {
     xcb_connection_t* c = connection_->get();
-    auto geometry = xcbWait<xcb_get_geometry_reply_t>(c, xcb_get_geometry_reply, xcb_get_geometry(c, target_.id));
-    if (!geometry) return errorDescription(CaptureError::windowNotFound);
     if (windowPixmap_ != XCB_NONE) xcb_free_pixmap(c, windowPixmap_);
     windowPixmap_ = xcb_generate_id(c);
-    XcbReply<xcb_generic_error_t> error(
-        xcb_request_check(c, xcb_composite_name_window_pixmap_checked(c, target_.id, windowPixmap_)));
-    if (error) {
+    // Both requests go out together: one round trip.
+    const xcb_get_geometry_cookie_t geometryAsked = xcb_get_geometry(c, target_.id);
+    const xcb_void_cookie_t named = xcb_composite_name_window_pixmap_checked(c, target_.id, windowPixmap_);
+    auto geometry = xcbWait<xcb_get_geometry_reply_t>(c, xcb_get_geometry_reply, geometryAsked);
+    XcbReply<xcb_generic_error_t> error(xcb_request_check(c, named));
+    if (!geometry || error) {
+        // The name may have been given although the geometry failed.
+        if (!error) xcb_free_pixmap(c, windowPixmap_);
         windowPixmap_ = XCB_NONE;
-        return QStringLiteral("The window is not shown");
+        return geometry ? QStringLiteral("The window is not shown") : errorDescription(CaptureError::windowNotFound);
     }
     area_ = QRect(0, 0, geometry->width, geometry->height);
     format_ = geometry->depth == 32 ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;

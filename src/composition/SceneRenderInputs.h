@@ -23,6 +23,12 @@ struct SceneRenderInputs {
     // composition's identity, so an edit rebuilds it.
     double sceneUpdateTimestamp = 0;
     const FrameSource* frames = nullptr;
+    // Whether the host builds the composition anew whenever its identity
+    // changes, as the stages do: every saved edit is then a cut. A host that
+    // updates its composition in place (the pop-out window) passes false,
+    // and a change of the scene's sources then eases from the old picture
+    // to the new over SceneRenderer::kSourceEase seconds.
+    bool rebuildsOnIdentityChange = true;
 };
 
 }  // namespace orvane

@@ -24,10 +24,63 @@ SceneRenderer::SceneRenderer(SlideImageLoader* images)
 
 SceneRenderer::~SceneRenderer() = default;
 
+namespace {
+
+bool sameSourceIds(const StreamingScene& a, const StreamingScene& b) {
+    return std::equal(a.sources.begin(), a.sources.end(), b.sources.begin(), b.sources.end(),
+                      [](const Source& x, const Source& y) { return x.id == y.id; });
+}
+
+}  // namespace
+
+void SceneRenderer::noteSources(const StreamingScene& scene, const SceneRenderInputs& inputs, double now) {
+    if (!inputs.rebuildsOnIdentityChange && drawn_ && drawn_->scene.id == scene.id &&
+        !sameSourceIds(drawn_->scene, scene)) {
+        auto leaving = std::make_unique<Leaving>();
+        leaving->drawn = std::move(*drawn_);
+        leaving->renderer = std::make_unique<SceneRenderer>(images_);
+        leaving->at = now;
+        leaving_ = std::move(leaving);
+    }
+    drawn_ = Drawn{scene, {}, {}};
+    if (inputs.presetBranding) drawn_->branding = *inputs.presetBranding;
+    if (inputs.progressBar) drawn_->progress = *inputs.progressBar;
+}
+
+void SceneRenderer::paintLeaving(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
+    if (!leaving_) return;
+    const double t = (now - leaving_->at) / kSourceEase;
+    if (!(t < 1) || t < 0) {
+        leaving_.reset();
+        leavingLayer_ = QImage();
+        return;
+    }
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    const QSize pixels = (canvas * dpr).toSize().expandedTo(QSize(1, 1));
+    if (leavingLayer_.size() != pixels) leavingLayer_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    leavingLayer_.setDevicePixelRatio(dpr);
+    leavingLayer_.fill(Qt::transparent);
+    SceneRenderInputs old = in;
+    old.scene = &leaving_->drawn.scene;
+    old.presetBranding = leaving_->drawn.branding ? &*leaving_->drawn.branding : nullptr;
+    old.progressBar = leaving_->drawn.progress ? &*leaving_->drawn.progress : nullptr;
+    old.rebuildsOnIdentityChange = true;
+    {
+        QPainter p(&leavingLayer_);
+        leaving_->renderer->render(p, canvas, old, now);
+    }
+    // The old picture over the new, fading out: the two cross-fade.
+    painter.save();
+    painter.setOpacity(painter.opacity() * (1 - EaseInOut::value(t)));
+    painter.drawImage(QRectF(QPointF(0, 0), canvas), leavingLayer_);
+    painter.restore();
+}
+
 void SceneRenderer::sync(const StreamingScene& scene, const SceneRenderInputs& inputs, double now) {
     std::string identity = CompositionIdentity::key(scene, inputs.sceneUpdateTimestamp);
     if (identity != identity_) {
         identity_ = std::move(identity);
+        noteSources(scene, inputs, now);
         slideIndex_.clear();
         pageTurns_.clear();
         // A rebuilt composition starts its zoom from 1.0.
@@ -58,7 +111,8 @@ bool SceneRenderer::isAnimating(double now) const {
     const bool zooming = zoom_.isEnabled() || zoom_.scaleAt(now) != 1;
     const bool turning = std::any_of(pageTurns_.begin(), pageTurns_.end(),
                                      [&](const auto& entry) { return now - entry.second.at < kPageFade; });
-    return fading || zooming || turning;
+    const bool easing = leaving_ && now - leaving_->at < kSourceEase;
+    return fading || zooming || turning || easing;
 }
 
 void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
@@ -167,6 +221,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         branding_.paint(painter, canvas, *in.presetBranding);
     if (scene.progressBarEnabled && in.progressBar && in.progressBar->enabled)
         progress_.paint(painter, canvas, *in.progressBar);
+    paintLeaving(painter, canvas, in, now);
     painter.restore();
 }
 

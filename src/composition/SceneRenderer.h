@@ -2,7 +2,9 @@
 
 #include <QPointF>
 #include <QSizeF>
+#include <QImage>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -50,6 +52,7 @@ public:
                double now);
 
     static constexpr double kPageFade = 0.3;  // seconds
+    static constexpr double kSourceEase = 0.2;  // seconds
 
     // Whether the picture is moving at `now` (zoom, blur fade), so that the
     // host keeps drawing.
@@ -67,7 +70,27 @@ private:
     SlideImageLoader* images_;
     std::unique_ptr<SlidesRenderer> slides_;
 
+    // Starts the ease when the sources of the same scene change in a host
+    // that updates in place; remembers what is drawn now for the next change.
+    void noteSources(const StreamingScene& scene, const SceneRenderInputs& inputs, double now);
+    void paintLeaving(QPainter& painter, QSizeF canvas, const SceneRenderInputs& inputs, double now);
+
     std::string identity_;
+    // What was drawn before the last change of identity, kept for the ease.
+    struct Drawn {
+        StreamingScene scene;
+        std::optional<BrandingConfig> branding;
+        std::optional<ProgressBarConfig> progress;
+    };
+    std::optional<Drawn> drawn_;
+    // The picture the sources left, fading out over the new one.
+    struct Leaving {
+        Drawn drawn;
+        std::unique_ptr<SceneRenderer> renderer;
+        double at = 0;
+    };
+    std::unique_ptr<Leaving> leaving_;
+    QImage leavingLayer_;
     CinematicZoom zoom_;
     BlurFade blur_;
     struct PageTurn {

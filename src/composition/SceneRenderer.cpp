@@ -112,7 +112,7 @@ bool SceneRenderer::isAnimating(double now) const {
     const bool turning = std::any_of(pageTurns_.begin(), pageTurns_.end(),
                                      [&](const auto& entry) { return now - entry.second.at < kPageFade; });
     const bool easing = leaving_ && now - leaving_->at < kSourceEase;
-    return fading || zooming || turning || easing;
+    return fading || zooming || turning || easing || spinning_;
 }
 
 void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
@@ -189,6 +189,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
                       bakedShadow, shadowOffset);
     if (!pip) paintCamera();
 
+    bool spinning = false;
     if (frames.contentFrame && hasScreens) {
         const double blurRadius = blur_.radiusAt(now);
         painter.save();
@@ -198,7 +199,8 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         for (const Source& s : scene.sources) {
             if (s.type != SourceType::screen && s.type != SourceType::window) continue;
             screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius,
-                                 bakedShadow && &s == lowest);
+                                 bakedShadow && &s == lowest, now);
+            if (frameOf(s).state == SourceFrame::State::starting) spinning = true;
         }
         painter.restore();
     }
@@ -223,6 +225,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         progress_.paint(painter, canvas, *in.progressBar);
     paintLeaving(painter, canvas, in, now);
     painter.restore();
+    spinning_ = spinning;
 }
 
 void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& source, double now) {

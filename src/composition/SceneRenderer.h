@@ -54,8 +54,9 @@ public:
     static constexpr double kPageFade = 0.3;  // seconds
     static constexpr double kSourceEase = 0.2;  // seconds
 
-    // Whether the picture is moving at `now` (zoom, blur fade), so that the
-    // host keeps drawing.
+    // Whether the picture is moving at `now` (zoom, blur fade, page turn,
+    // sources easing, a capture's progress ring), so that the host keeps
+    // drawing.
     bool isAnimating(double now) const;
 
     // The page a deck source shows here.
@@ -90,6 +91,7 @@ private:
         double at = 0;
     };
     std::unique_ptr<Leaving> leaving_;
+    bool spinning_ = false;  // the last render showed a capture starting
     QImage leavingLayer_;
     CinematicZoom zoom_;
     BlurFade blur_;

@@ -80,9 +80,9 @@ const SoftShadow* ScreenLayerPainter::shadow(QRectF box, const Source& source, c
 }
 
 void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame,
-                               double blurRadius, bool shadowDrawn) {
+                               double blurRadius, bool shadowDrawn, double now) {
     if (frame.state != SourceFrame::State::frame || frame.image.isNull()) {
-        StatusPainter::paintCaptureState(painter, box, frame, source.type);
+        StatusPainter::paintCaptureState(painter, box, frame, source.type, now);
         return;
     }
     const SourceConfiguration& c = source.configuration;

@@ -20,8 +20,9 @@ public:
     // blurRadius is in canvas points (0 for a sharp picture). With
     // shadowDrawn the drop shadow is left out: the caller has drawn it
     // already (see shadow()).
+    // `now` (seconds) turns the progress ring of a capture that is starting.
     void paint(QPainter& painter, QRectF box, const Source& source, const SourceFrame& frame, double blurRadius,
-               bool shadowDrawn = false);
+               bool shadowDrawn = false, double now = 0);
 
     // The drop shadow that paint() would draw for this frame, and its offset;
     // null when there is none. Valid until the next call on this painter.

@@ -57,12 +57,15 @@ void StatusPainter::paintColumn(QPainter& painter, QRectF box, std::string_view 
     painter.restore();
 }
 
-void StatusPainter::paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type) {
+void StatusPainter::paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type,
+                                      double now) {
     switch (frame.state) {
     case SourceFrame::State::frame: return;
     case SourceFrame::State::starting: {
-        // A still progress ring at 1.5 times the usual 20 points.
+        // A progress ring at 1.5 times the usual 20 points; it turns in
+        // steps of one spoke, a full turn a second.
         const double ring = 30;
+        const double turn = std::isfinite(now) ? std::floor(std::fmod(now * kSpinnerSteps, 8.0)) : 0.0;
         const double textSize = 13;
         const QPointF centre(box.center().x(), box.center().y() - (8 + textSize) / 2);
         painter.save();
@@ -70,7 +73,7 @@ void StatusPainter::paintCaptureState(QPainter& painter, QRectF box, const Sourc
         for (int i = 0; i < 8; ++i) {
             QColor c(255, 255, 255, 60 + i * 24);
             painter.setPen(QPen(c, ring * 0.09, Qt::SolidLine, Qt::RoundCap));
-            const double a = i * 3.14159265358979 / 4;
+            const double a = (i + turn) * 3.14159265358979 / 4;
             const QPointF dir(std::cos(a), std::sin(a));
             painter.drawLine(centre + dir * ring * 0.25, centre + dir * ring * 0.45);
         }

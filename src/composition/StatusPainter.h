@@ -17,8 +17,13 @@ namespace orvane {
 class StatusPainter {
 public:
     // The states of a screen or window source without a frame, centred in
-    // `box`.
-    static void paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type);
+    // `box`. While a capture starts its progress ring turns with `now`
+    // (seconds), one spoke every eighth of a second.
+    static void paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type,
+                                  double now = 0);
+
+    // Spokes of the progress ring per second.
+    static constexpr double kSpinnerSteps = 8;
 
     // Placeholder for content without a renderer (text, image, web).
     static void paintContentPlaceholder(QPainter& painter, QRectF box, const QString& name);

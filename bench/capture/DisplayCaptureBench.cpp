@@ -12,7 +12,9 @@
 //   same run. Grabs run back to back in blocks of 50, four blocks before
 //   the capture and four after; the median block is the anchor. The same
 //   bare grab paced at 30 a second is printed for comparison: it is what a
-//   grab costs once the caches have gone cold between frames.
+//   grab costs once the caches have gone cold between frames, which is the
+//   floor for any capture at that rate (BM_BareShmGrabPaced shows the cost
+//   against the rate).
 // - Latency: for each frame the main thread takes, the time from the
 //   moment the capture thread asked for the grab (before the request goes
 //   to the server, so the grab itself counts) to the moment the view
@@ -157,6 +159,23 @@ void BM_BareShmGrab(benchmark::State& state) {
 }
 BENCHMARK(BM_BareShmGrab)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// The same bare grab at a steady rate: how its cost grows as the gap
+// between grabs leaves the caches time to go cold. The display capture's
+// floor is the figure at its own rate.
+void BM_BareShmGrabPaced(benchmark::State& state) {
+    BareGrabber bare;
+    if (!bare.ok()) return state.SkipWithError("no MIT-SHM");
+    const int framesPerSecond = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        std::vector<double> blocks;
+        const int grabs = std::max(10, framesPerSecond / 4);
+        for (int i = 0; i < 5; ++i) blocks.push_back(bare.cpuMsPerGrab(grabs, framesPerSecond));
+        state.counters["cpu_ms_per_grab"] = median(blocks);
+    }
+}
+BENCHMARK(BM_BareShmGrabPaced)->Arg(15)->Arg(30)->Arg(60)->Arg(120)->Arg(240)
+    ->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 void BM_DisplayCapture30fps(benchmark::State& state) {
     BareGrabber bare;
     if (!bare.ok()) return state.SkipWithError("no MIT-SHM");
@@ -213,7 +232,8 @@ void BM_DisplayCapture30fps(benchmark::State& state) {
         QObject::connect(&windows, &QTimer::timeout, [&] {
             const double cpu = cpuMs();
             const std::uint64_t now = sequence();
-            if (now > lastSequence) windowCpuPerFrame.push_back((cpu - lastCpu) / static_cast<double>(now - lastSequence));
+            if (now > lastSequence)
+                windowCpuPerFrame.push_back((cpu - lastCpu) / static_cast<double>(now - lastSequence));
             lastCpu = cpu;
             lastSequence = now;
             if (windowCpuPerFrame.size() == 10) loop.quit();

@@ -275,9 +275,9 @@ void BM_DisplayCapture30fps(benchmark::State& state) {
             "  latency from grab asked: median %.2f ms, p99 %.2f ms (target <= %.1f ms); "
             "from grab returned: median %.2f ms, p99 %.2f ms\n",
             static_cast<unsigned long long>(frames), seconds, sinceAsked.size(), cpuPerFrame, wholeMs / framesOrOne,
-            serverMs / framesOrOne, workersMs / framesOrOne, anchor, cpuPerFrame / anchor, pacedAnchor, cpuPerFrame / pacedAnchor,
-            median(sinceAsked), percentile(sinceAsked, 0.99), 1000.0 / 30 + 5, median(sinceGrabbed),
-            percentile(sinceGrabbed, 0.99));
+            serverMs / framesOrOne, workersMs / framesOrOne, anchor, cpuPerFrame / anchor, pacedAnchor,
+            cpuPerFrame / pacedAnchor, median(sinceAsked), percentile(sinceAsked, 0.99), 1000.0 / 30 + 5,
+            median(sinceGrabbed), percentile(sinceGrabbed, 0.99));
     }
 }
 BENCHMARK(BM_DisplayCapture30fps)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();

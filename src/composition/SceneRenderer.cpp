@@ -83,6 +83,8 @@ void SceneRenderer::sync(const StreamingScene& scene, const SceneRenderInputs& i
         noteSources(scene, inputs, now);
         slideIndex_.clear();
         pageTurns_.clear();
+        scroll_.clear();
+        reach_.clear();
         // A rebuilt composition starts its zoom from 1.0.
         zoom_ = CinematicZoom{};
         // Capture views outlive a rebuild only while their source stays.
@@ -233,8 +235,10 @@ void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& sourc
     const int index = slideIndex(source);
     const auto turn = pageTurns_.find(source.id);
     const double t = turn == pageTurns_.end() ? 1 : (now - turn->second.at) / kPageFade;
+    const auto scrolled = scroll_.find(source.id);
+    const double scroll = scrolled == scroll_.end() ? 0.0 : scrolled->second;
     if (t >= 1) {
-        slides_->paint(painter, box, deck, index);
+        reach_[source.id] = slides_->paint(painter, box, deck, index, scroll);
         return;
     }
     // The page that leaves, then the new one fading in over it as a whole.
@@ -245,7 +249,7 @@ void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& sourc
     layer.fill(Qt::transparent);
     {
         QPainter p(&layer);
-        slides_->paint(p, QRectF(QPointF(0, 0), box.size()), deck, index);
+        reach_[source.id] = slides_->paint(p, QRectF(QPointF(0, 0), box.size()), deck, index, scroll);
     }
     painter.save();
     painter.setOpacity(painter.opacity() * EaseInOut::value(t));
@@ -272,6 +276,35 @@ bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs&
         if (next == index) return false;
         slideIndex_[s.id] = next;
         pageTurns_[s.id] = {index, now};
+        scroll_.erase(s.id);
+        reach_.erase(s.id);
+        return true;
+    }
+    return false;
+}
+
+double SceneRenderer::slideScroll(const Source& source) const {
+    const auto it = scroll_.find(source.id);
+    return it == scroll_.end() ? 0.0 : it->second;
+}
+
+bool SceneRenderer::scroll(QPointF point, double dy, QSizeF canvas, const SceneRenderInputs& in) {
+    if (!in.scene || !std::isfinite(dy)) return false;
+    const StreamingScene& scene = *in.scene;
+    const LayoutFrame frames = SceneLayoutHelper::calculateFrames(SceneLayoutHelper::effectiveLayout(scene), canvas);
+    if (!frames.contentFrame || !frames.contentFrame->contains(point)) return false;
+    // The deck on top takes the scroll, as it takes clicks.
+    for (auto it = scene.sources.rbegin(); it != scene.sources.rend(); ++it) {
+        const Source& s = *it;
+        if (s.type != SourceType::content) continue;
+        if (s.configuration.contentType != ContentType::slides || !s.configuration.slidesResource) return false;
+        // How far the body reaches is known once it has been drawn.
+        const auto reach = reach_.find(s.id);
+        const double limit = reach == reach_.end() ? 0.0 : reach->second;
+        const double before = slideScroll(s);
+        const double after = std::clamp(before + dy, 0.0, limit);
+        if (after == before) return false;
+        scroll_[s.id] = after;
         return true;
     }
     return false;

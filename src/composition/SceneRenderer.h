@@ -51,6 +51,14 @@ public:
     bool click(QPointF point, QSizeF canvas, const SceneRenderInputs& inputs, const QPaintDevice* device,
                double now);
 
+    // A scroll of `dy` points (positive: further down the slide) at a canvas
+    // point: moves the body of the deck there, as far as it reaches below
+    // its area. Returns whether something changed (draw again).
+    bool scroll(QPointF point, double dy, QSizeF canvas, const SceneRenderInputs& inputs);
+
+    // How far a deck source's slide body is scrolled here.
+    double slideScroll(const Source& source) const;
+
     static constexpr double kPageFade = 0.3;  // seconds
     static constexpr double kSourceEase = 0.2;  // seconds
 
@@ -103,6 +111,10 @@ private:
 
     std::unordered_map<Uuid, int> slideIndex_;
     std::unordered_map<Uuid, PageTurn> pageTurns_;
+    // Each deck's scroll, and how far its body reached when last drawn;
+    // a new page starts at the top.
+    std::unordered_map<Uuid, double> scroll_;
+    std::unordered_map<Uuid, double> reach_;
 
     BackgroundPainter background_;
     CameraLayerPainter camera_;

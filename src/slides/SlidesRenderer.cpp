@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "composition/ColorConvert.h"
 #include "composition/PixelFont.h"
@@ -92,8 +93,9 @@ SlidesRenderer::PageButton SlidesRenderer::hitTest(QPointF point, QSizeF view, c
     return PageButton::none;
 }
 
-void SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex) {
-    if (box.width() < 1 || box.height() < 1) return;
+double SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex,
+                             double scroll) {
+    if (box.width() < 1 || box.height() < 1) return 0;
     const QSizeF view = box.size();
     const double w = view.width();
     painter.save();
@@ -120,12 +122,13 @@ void SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& 
         painter.setPen(Qt::white);
         painter.drawText(QRectF(0, top + symbol + spacing, w, textHeight), Qt::AlignHCenter | Qt::AlignTop, text);
         painter.restore();
-        return;
+        return 0;
     }
 
-    paintSlide(painter, view, deck, *slide, true);
+    const double reach = paintSlide(painter, view, deck, *slide, true, scroll);
     paintPageControl(painter, view, currentIndex, static_cast<int>(deck.slides.size()));
     painter.restore();
+    return reach;
 }
 
 void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesResource& deck, const Slide& slide) {
@@ -137,12 +140,12 @@ void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesRes
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.fillRect(QRectF(QPointF(0, 0), box.size()), ColorConvert::from(slide.backgroundColor));
-    paintSlide(painter, box.size(), deck, slide, false);
+    paintSlide(painter, box.size(), deck, slide, false, 0);
     painter.restore();
 }
 
-void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
-                                bool underPageControl) {
+double SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
+                                  bool underPageControl, double scroll) {
     const double w = view.width();
     const bool hasImage = slide.imageUrl.has_value() && !slide.imageUrl->empty();
     const bool isBackground = slide.imagePosition == ImagePosition::background;
@@ -222,19 +225,20 @@ void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesReso
     };
 
     QRectF textArea = content;
+    std::optional<QRectF> pictureAt;
     if (showPicture) {
         switch (slide.imagePosition) {
         case ImagePosition::top:
-            drawPicture(QRectF(content.topLeft(), pictureSize));
+            pictureAt = QRectF(content.topLeft(), pictureSize);
             textArea.setTop(content.top() + pictureSize.height() + gap);
             break;
         case ImagePosition::left:
-            drawPicture(QRectF(content.topLeft(), pictureSize));
+            pictureAt = QRectF(content.topLeft(), pictureSize);
             textArea.setLeft(content.left() + pictureSize.width() + gap);
             break;
         case ImagePosition::right:
             textArea.setRight(content.right() - pictureSize.width() - gap);
-            drawPicture(QRectF(QPointF(content.right() - pictureSize.width(), content.top()), pictureSize));
+            pictureAt = QRectF(QPointF(content.right() - pictureSize.width(), content.top()), pictureSize);
             break;
         case ImagePosition::bottom:
         case ImagePosition::background: break;
@@ -244,11 +248,22 @@ void SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesReso
     const std::vector<MarkdownElement> elements = MarkdownContentView::parseMarkdown(QString::fromStdString(slide.content));
     const MarkdownStyle style = MarkdownStyle::stage(QSizeF(textArea.width(), body.height()), slide.textScale);
     const MarkdownRenderer::Colors colors{ColorConvert::from(deck.textColor), ColorConvert::from(deck.accentColor)};
-    const double textHeight = MarkdownRenderer::render(&painter, painter.device(), textArea, elements, style, colors,
+    // Measured first: how far the body reaches decides how far it scrolls.
+    const double textHeight = MarkdownRenderer::render(nullptr, painter.device(), textArea, elements, style, colors,
                                                        slide.textAlignment, &MarkdownContentView::processInlineMarkdown);
     if (showPicture && slide.imagePosition == ImagePosition::bottom)
-        drawPicture(QRectF(QPointF(content.left(), textArea.top() + textHeight + gap), pictureSize));
+        pictureAt = QRectF(QPointF(content.left(), textArea.top() + textHeight + gap), pictureSize);
+    double bottom = textArea.top() + textHeight;
+    if (pictureAt) bottom = std::max(bottom, pictureAt->bottom());
+    const double reach = std::max(0.0, bottom + pad - body.height());
+    const double offset = std::isfinite(scroll) ? std::clamp(scroll, 0.0, reach) : 0.0;
+    painter.translate(0, -offset);
+
+    if (pictureAt) drawPicture(*pictureAt);
+    MarkdownRenderer::render(&painter, painter.device(), textArea, elements, style, colors, slide.textAlignment,
+                             &MarkdownContentView::processInlineMarkdown);
     painter.restore();
+    return reach;
 }
 
 void SlidesRenderer::paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int count) {

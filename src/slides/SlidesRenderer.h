@@ -25,7 +25,10 @@ public:
     // it must outlive the renderer.
     explicit SlidesRenderer(SlideImageLoader& loader);
 
-    void paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex);
+    // `scroll` (points, from the top) moves the slide's body up within its
+    // area above the page control, as far as its text and picture reach
+    // below it. Returns how far the body can scroll: 0 when it fits.
+    double paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex, double scroll = 0);
 
     // One slide as the stages draw it, on its background and with the same
     // arrangement, but without the page control: the editor's preview.
@@ -48,8 +51,9 @@ public:
                                                const QPaintDevice* device);
 
 private:
-    void paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
-                    bool underPageControl);
+    // Returns how far the body reaches below its area (the most it can scroll).
+    double paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
+                      bool underPageControl, double scroll);
     void paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int slideCount);
 
     SlideImageLoader& loader_;

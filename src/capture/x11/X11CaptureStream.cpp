@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 
+#include <cstdlib>
 #include <cstring>
 
 #include "capture/CaptureError.h"
@@ -47,7 +48,8 @@ X11CaptureStream::~X11CaptureStream() {
 
 QString X11CaptureStream::start(const QRect& displayArea) {
     xcb_connection_t* c = connection_->get();
-    cursor_ = std::make_unique<X11CursorPainter>(c, connection_->root());
+    // Only a target with a region for the pointer ever shows the cursor.
+    if (!target_.cursorRegion.isEmpty()) cursor_ = std::make_unique<X11CursorPainter>(c, connection_->root());
     auto shm = xcbWait<xcb_shm_query_version_reply_t>(c, xcb_shm_query_version_reply, xcb_shm_query_version(c));
     // Passing a memfd needs MIT-SHM 1.2.
     hasShm_ = shm && (shm->major_version > 1 || (shm->major_version == 1 && shm->minor_version >= 2));
@@ -95,6 +97,12 @@ QString X11CaptureStream::nameWindowPixmap() {
     return {};
 }
 
+void X11CaptureStream::dropQueuedEvents() {
+    // Nothing is selected on this connection, but errors of unchecked
+    // requests land in the event queue; they must not pile up.
+    while (xcb_generic_event_t* event = xcb_poll_for_queued_event(connection_->get())) std::free(event);
+}
+
 void X11CaptureStream::resetPool(const QSize& size) {
     detachPool();
     poolSize_ = size;
@@ -125,11 +133,11 @@ CaptureResult<GrabbedFrame> X11CaptureStream::grabFrame() {
     }
     // The pointer query goes out with the grab: one round trip for both,
     // and the position belongs to the picture.
-    const bool tracksPointer = !target_.cursorRegion.isEmpty();
     xcb_query_pointer_cookie_t pointerAsked{};
-    if (tracksPointer) pointerAsked = cursor_->askPointer();
+    if (cursor_) pointerAsked = cursor_->askPointer();
     CaptureResult<QImage> grabbed = grab(drawable, area_, format_);
-    const std::optional<QPoint> pointer = tracksPointer ? cursor_->pointer(pointerAsked) : std::nullopt;
+    const std::optional<QPoint> pointer = cursor_ ? cursor_->pointer(pointerAsked) : std::nullopt;
+    if (!cursor_) dropQueuedEvents();
     if (!grabbed) return CaptureResult<GrabbedFrame>::failure(grabbed.error());
     QImage image = grabbed.takeValue();
 

@@ -38,13 +38,14 @@ private:
     CaptureResult<QImage> grab(xcb_drawable_t drawable, const QRect& area, QImage::Format format);
     CaptureResult<QImage> grabWithoutShm(xcb_drawable_t drawable, const QRect& area, QImage::Format format);
     QString nameWindowPixmap();
+    void dropQueuedEvents();
     void resetPool(const QSize& size);
     void detachPool();
 
     std::unique_ptr<XcbConnection> connection_;
     const CaptureTarget target_;
     std::shared_ptr<std::atomic<int>> openStreams_;
-    std::unique_ptr<X11CursorPainter> cursor_;
+    std::unique_ptr<X11CursorPainter> cursor_;  // only when the target has a cursor region
     bool hasShm_ = false;
     std::shared_ptr<X11ShmPool> pool_;
     QSize poolSize_;

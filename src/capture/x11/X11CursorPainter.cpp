@@ -63,13 +63,14 @@ X11CursorPainter::X11CursorPainter(xcb_connection_t* connection, xcb_window_t ro
 
 xcb_query_pointer_cookie_t X11CursorPainter::askPointer() const { return xcb_query_pointer(connection_, root_); }
 
-std::optional<QPoint> X11CursorPainter::pointer(xcb_query_pointer_cookie_t asked) const {
+std::optional<QPoint> X11CursorPainter::pointer(xcb_query_pointer_cookie_t asked) {
     auto reply = xcbWait<xcb_query_pointer_reply_t>(connection_, xcb_query_pointer_reply, asked);
+    readNotices();
     if (!reply || !reply->same_screen) return std::nullopt;
     return QPoint(reply->root_x, reply->root_y);
 }
 
-void X11CursorPainter::refreshCursor() {
+void X11CursorPainter::readNotices() {
     // Notices come in with the replies the capture waits for anyway; only
     // what is already queued is read, which costs no system call. Anything
     // else on the queue (errors of unchecked requests) is dropped here too.
@@ -77,6 +78,10 @@ void X11CursorPainter::refreshCursor() {
         if (cursorNotifyEvent_ != 0 && (event->response_type & 0x7f) == cursorNotifyEvent_) cursorStale_ = true;
         std::free(event);
     }
+}
+
+void X11CursorPainter::refreshCursor() {
+    readNotices();
     // Without notices the image is fetched every time.
     if (!cursorStale_ && cursorNotifyEvent_ != 0) return;
     auto reply = xcbWait<xcb_xfixes_get_cursor_image_reply_t>(connection_, xcb_xfixes_get_cursor_image_reply,

@@ -23,13 +23,16 @@ public:
     // pointer(cookie).
     xcb_query_pointer_cookie_t askPointer() const;
     // The pointer in screen coordinates; nothing if it is on another screen.
-    std::optional<QPoint> pointer(xcb_query_pointer_cookie_t asked) const;
-    std::optional<QPoint> pointer() const { return pointer(askPointer()); }
+    // Also reads the cursor notices that came in meanwhile, so call it once
+    // a frame even when nothing is drawn: they would pile up otherwise.
+    std::optional<QPoint> pointer(xcb_query_pointer_cookie_t asked);
+    std::optional<QPoint> pointer() { return pointer(askPointer()); }
 
     // Draws the current cursor with its hot spot at pointer - origin.
     void paint(QImage& frame, const QPoint& origin, const QPoint& pointer);
 
 private:
+    void readNotices();
     void refreshCursor();
 
     xcb_connection_t* connection_;

@@ -124,6 +124,32 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
+TEST(FrameScaler, HighDensityCanvas) {
+    if (!FrameScaler::isAvailable()) GTEST_SKIP() << "this processor has no AVX2";
+    // Points are two device pixels: the frame is resampled to the pixels.
+    const QImage frame = detailedFrame(QSize(1280, 720), QImage::Format_RGB32);
+    const QRectF target(40, 30, 400, 200);
+    const auto render = [&](bool fast) {
+        QImage canvas(960, 540, QImage::Format_ARGB32_Premultiplied);
+        canvas.setDevicePixelRatio(2);
+        canvas.fill(Qt::black);
+        QPainter p(&canvas);
+        p.setRenderHint(QPainter::SmoothPixmapTransform);
+        FrameScaler scaler;
+        if (fast)
+            EXPECT_TRUE(scaler.draw(p, target, frame));
+        else
+            p.drawImage(target, frame);
+        return canvas;
+    };
+    const QImage expected = render(false);
+    const QImage actual = render(true);
+    const Difference inside = compare(expected, actual, QRect(80, 60, 800, 400), 2);
+    EXPECT_LE(inside.worst, 16);
+    EXPECT_LT(inside.mean, 0.6);
+    EXPECT_EQ(compare(expected, actual, QRect(0, 0, 960, 50), 0).worst, 0);
+}
+
 TEST(FrameScaler, LeavesWhatItCannotTakeToTheCaller) {
     QImage canvas(200, 100, QImage::Format_ARGB32_Premultiplied);
     canvas.fill(Qt::black);

@@ -213,7 +213,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
             if (s.type != SourceType::content) continue;
             const auto& deck = s.configuration.slidesResource;
             if (s.configuration.contentType == ContentType::slides && deck)
-                paintDeck(painter, *frames.contentFrame, s, now);
+                spinning = paintDeck(painter, *frames.contentFrame, s, now) || spinning;
             else
                 StatusPainter::paintContentPlaceholder(painter, *frames.contentFrame, QString::fromStdString(s.name));
         }
@@ -230,7 +230,7 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
     spinning_ = spinning;
 }
 
-void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& source, double now) {
+bool SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& source, double now) {
     const SlidesResource& deck = *source.configuration.slidesResource;
     const int index = slideIndex(source);
     const auto turn = pageTurns_.find(source.id);
@@ -238,23 +238,29 @@ void SceneRenderer::paintDeck(QPainter& painter, QRectF box, const Source& sourc
     const auto scrolled = scroll_.find(source.id);
     const double scroll = scrolled == scroll_.end() ? 0.0 : scrolled->second;
     if (t >= 1) {
-        reach_[source.id] = slides_->paint(painter, box, deck, index, scroll);
-        return;
+        const SlidesRenderer::Painted painted = slides_->paint(painter, box, deck, index, scroll, now);
+        reach_[source.id] = painted.reach;
+        return painted.loading;
     }
     // The page that leaves, then the new one fading in over it as a whole.
-    slides_->paint(painter, box, deck, turn->second.from);
+    const bool leavingLoads = slides_->paint(painter, box, deck, turn->second.from, 0, now).loading;
     const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    bool loads = false;
     QImage layer((box.size() * dpr).toSize().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
     layer.setDevicePixelRatio(dpr);
     layer.fill(Qt::transparent);
     {
         QPainter p(&layer);
-        reach_[source.id] = slides_->paint(p, QRectF(QPointF(0, 0), box.size()), deck, index, scroll);
+        const SlidesRenderer::Painted painted =
+            slides_->paint(p, QRectF(QPointF(0, 0), box.size()), deck, index, scroll, now);
+        reach_[source.id] = painted.reach;
+        loads = painted.loading;
     }
     painter.save();
     painter.setOpacity(painter.opacity() * EaseInOut::value(t));
     painter.drawImage(box, layer);
     painter.restore();
+    return leavingLoads || loads;
 }
 
 bool SceneRenderer::click(QPointF point, QSizeF canvas, const SceneRenderInputs& in, const QPaintDevice* device,

@@ -99,7 +99,7 @@ private:
         double at = 0;
     };
     std::unique_ptr<Leaving> leaving_;
-    bool spinning_ = false;  // the last render showed a capture starting
+    bool spinning_ = false;  // the last render showed a capture starting or a picture loading
     QImage leavingLayer_;
     CinematicZoom zoom_;
     BlurFade blur_;
@@ -107,7 +107,8 @@ private:
         int from = 0;
         double at = 0;
     };
-    void paintDeck(QPainter& painter, QRectF box, const Source& source, double now);
+    // Returns whether a picture of the deck is still loading (its spinner turns).
+    bool paintDeck(QPainter& painter, QRectF box, const Source& source, double now);
 
     std::unordered_map<Uuid, int> slideIndex_;
     std::unordered_map<Uuid, PageTurn> pageTurns_;

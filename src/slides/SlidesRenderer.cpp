@@ -41,13 +41,15 @@ QSizeF counterContent(double w, int index, int count, const QPaintDevice* device
     return {width, std::max(numbers.height(), slash.height())};
 }
 
-void spinner(QPainter& painter, QPointF centre, double size) {
+// Eight spokes, the brightest moving on one spoke every eighth of a second.
+void spinner(QPainter& painter, QPointF centre, double size, double now) {
+    const double turn = std::isfinite(now) ? std::floor(std::fmod(now * 8, 8.0)) : 0.0;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     for (int i = 0; i < 8; ++i) {
         painter.setPen(QPen(QColor(200, 200, 200, 60 + i * 24), std::max(1.0, size * 0.08), Qt::SolidLine,
                             Qt::RoundCap));
-        const double a = i * M_PI / 4;
+        const double a = (i + turn) * M_PI / 4;
         const QPointF dir(std::cos(a), std::sin(a));
         painter.drawLine(centre + dir * size * 0.22, centre + dir * size * 0.42);
     }
@@ -93,9 +95,9 @@ SlidesRenderer::PageButton SlidesRenderer::hitTest(QPointF point, QSizeF view, c
     return PageButton::none;
 }
 
-double SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex,
-                             double scroll) {
-    if (box.width() < 1 || box.height() < 1) return 0;
+SlidesRenderer::Painted SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource& deck,
+                                              int currentIndex, double scroll, double now) {
+    if (box.width() < 1 || box.height() < 1) return {};
     const QSizeF view = box.size();
     const double w = view.width();
     painter.save();
@@ -122,13 +124,13 @@ double SlidesRenderer::paint(QPainter& painter, QRectF box, const SlidesResource
         painter.setPen(Qt::white);
         painter.drawText(QRectF(0, top + symbol + spacing, w, textHeight), Qt::AlignHCenter | Qt::AlignTop, text);
         painter.restore();
-        return 0;
+        return {};
     }
 
-    const double reach = paintSlide(painter, view, deck, *slide, true, scroll);
+    const Painted painted = paintSlide(painter, view, deck, *slide, true, scroll, now);
     paintPageControl(painter, view, currentIndex, static_cast<int>(deck.slides.size()));
     painter.restore();
-    return reach;
+    return painted;
 }
 
 void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesResource& deck, const Slide& slide) {
@@ -140,12 +142,13 @@ void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesRes
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.fillRect(QRectF(QPointF(0, 0), box.size()), ColorConvert::from(slide.backgroundColor));
-    paintSlide(painter, box.size(), deck, slide, false, 0);
+    paintSlide(painter, box.size(), deck, slide, false, 0, 0);
     painter.restore();
 }
 
-double SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
-                                  bool underPageControl, double scroll) {
+SlidesRenderer::Painted SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck,
+                                                   const Slide& slide, bool underPageControl, double scroll,
+                                                   double now) {
     const double w = view.width();
     const bool hasImage = slide.imageUrl.has_value() && !slide.imageUrl->empty();
     const bool isBackground = slide.imagePosition == ImagePosition::background;
@@ -206,7 +209,7 @@ double SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesRe
             painter.restore();
             break;
         }
-        case SlideImageLoader::State::loading: spinner(painter, where.center(), where.height()); break;
+        case SlideImageLoader::State::loading: spinner(painter, where.center(), where.height(), now); break;
         case SlideImageLoader::State::failed: {
             const double size = 0.012 * w;
             const QFont font = PixelFont::system(std::max(0.007 * w, 1.0), QFont::Normal, painter.device());
@@ -263,7 +266,7 @@ double SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesRe
     MarkdownRenderer::render(&painter, painter.device(), textArea, elements, style, colors, slide.textAlignment,
                              &MarkdownContentView::processInlineMarkdown);
     painter.restore();
-    return reach;
+    return {reach, showPicture && picture.state == SlideImageLoader::State::loading};
 }
 
 void SlidesRenderer::paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int count) {

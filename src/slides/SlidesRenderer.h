@@ -25,10 +25,17 @@ public:
     // it must outlive the renderer.
     explicit SlidesRenderer(SlideImageLoader& loader);
 
+    struct Painted {
+        double reach = 0;      // how far the body can scroll: 0 when it fits
+        bool loading = false;  // a picture is on its way: its spinner turns with time
+    };
+
     // `scroll` (points, from the top) moves the slide's body up within its
     // area above the page control, as far as its text and picture reach
-    // below it. Returns how far the body can scroll: 0 when it fits.
-    double paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex, double scroll = 0);
+    // below it. `now` (seconds) turns the spinner of a picture being
+    // fetched, one spoke every eighth of a second.
+    Painted paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex, double scroll = 0,
+                  double now = 0);
 
     // One slide as the stages draw it, on its background and with the same
     // arrangement, but without the page control: the editor's preview.
@@ -51,9 +58,8 @@ public:
                                                const QPaintDevice* device);
 
 private:
-    // Returns how far the body reaches below its area (the most it can scroll).
-    double paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
-                      bool underPageControl, double scroll);
+    Painted paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
+                       bool underPageControl, double scroll, double now);
     void paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int slideCount);
 
     SlideImageLoader& loader_;

@@ -65,5 +65,29 @@ TEST(CaptureSpinner, KeepsTheHostDrawingOnlyWhileACaptureStarts) {
     EXPECT_FALSE(f.renderer.isAnimating(1.05));
 }
 
+TEST(CaptureSpinner, ADeckPictureOnItsWayKeepsTheHostDrawing) {
+    StreamingScene scene = test::solidScene(QColor(20, 40, 60));
+    scene.brandingEnabled = false;
+    scene.progressBarEnabled = false;
+    Source deck = test::makeSource(SourceType::content);
+    deck.configuration.contentType = ContentType::slides;
+    SlidesResource slides;
+    Slide slide;
+    slide.content = "Text";
+    // Nothing answers here, but not before the event loop runs.
+    slide.imageUrl = "http://127.0.0.1:1/picture.png";
+    slides.slides = {slide};
+    deck.configuration.slidesResource = slides;
+    scene.sources.push_back(deck);
+    SceneRenderer renderer;
+    SceneRenderInputs in;
+    in.scene = &scene;
+    test::renderImage(kSize, [&](QPainter& p) { renderer.render(p, QSizeF(kSize), in, 0); });
+    EXPECT_TRUE(renderer.isAnimating(0.05));
+    scene.sources.front().configuration.slidesResource->slides.front().imageUrl.reset();
+    test::renderImage(kSize, [&](QPainter& p) { renderer.render(p, QSizeF(kSize), in, 0.5); });
+    EXPECT_FALSE(renderer.isAnimating(0.55));
+}
+
 }  // namespace
 }  // namespace orvane

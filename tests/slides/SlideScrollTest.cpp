@@ -35,7 +35,7 @@ Drawn draw(const SlidesResource& deck, double scroll) {
     d.image = QImage(kView, QImage::Format_ARGB32_Premultiplied);
     d.image.fill(Qt::black);
     QPainter p(&d.image);
-    d.reach = renderer.paint(p, QRectF(QPointF(0, 0), QSizeF(kView)), deck, 0, scroll);
+    d.reach = renderer.paint(p, QRectF(QPointF(0, 0), QSizeF(kView)), deck, 0, scroll).reach;
     return d;
 }
 

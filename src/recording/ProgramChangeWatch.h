@@ -12,8 +12,8 @@ struct ProgramSnapshot;
 // the picture drawn last: it may only when nothing that the picture is made
 // of can have changed. That is the same snapshot, every live source on the
 // same frame, no animation running, and less than a second since the last
-// drawing (so that what no snapshot can tell, such as a logo file that
-// turns up on disk, reaches the file within a second).
+// drawing (so that what no snapshot can tell, such as a logo or slide
+// picture file that changes on disk, reaches the file within a second).
 class ProgramChangeWatch {
 public:
     struct State {

@@ -4,9 +4,9 @@
 // progress bar. Anchors from the same run: one plain drawImage of a 1080p
 // frame, and a memcpy of one. Exits 1 when a budget is exceeded.
 //
-// The screen frame changes on every iteration, as a live capture's does: a
-// new picture each time, so nothing cached per frame can stand in for the
-// work of drawing one.
+// The screen and camera frames change on every iteration, as a live
+// capture's do: a new picture each time, so nothing cached per frame can
+// stand in for the work of drawing one.
 //
 // "--profile N [blur]" renders only the 1080p scene N times and prints
 // nothing, for running under callgrind or perf. "--breakdown" prints the
@@ -81,25 +81,34 @@ struct Reference {
     BrandingConfig branding;
     ProgressBarConfig progress;
     TestFrameSource frames;
-    std::vector<QImage> screenFrames;  // rotated, and each stamped afresh before use
+    // Rotated, and each stamped afresh before use.
+    std::vector<QImage> screenFrames;
+    std::vector<QImage> cameraFrames;
     Uuid screenId;
+    Uuid cameraId;
 
-    // Hands the renderer frame `i`: one of the pictures with the iteration's
-    // number stamped into its top rows. Writing into the image makes it a new
-    // picture (a new cache key), as every frame of a live capture is.
+    // Hands the renderer frame `i` of the screen and of the camera: one of
+    // the pictures with the iteration's number stamped into its top rows.
+    // Writing into an image makes it a new picture (a new cache key), as
+    // every frame of a live capture is.
     void nextFrame(int i) {
-        forgetFrame();
-        QImage& f = screenFrames[static_cast<std::size_t>(i) % screenFrames.size()];
+        // Drop the sources' hold on the last frames first, so that stamping
+        // writes in place rather than copying.
+        frames.setFrame(screenId, QImage());
+        frames.setFrame(cameraId, QImage());
+        frames.setFrame(screenId, stamped(screenFrames, i));
+        frames.setFrame(cameraId, stamped(cameraFrames, i));
+    }
+
+    static QImage stamped(std::vector<QImage>& pictures, int i) {
+        QImage& f = pictures[static_cast<std::size_t>(i) % pictures.size()];
         const int rows = std::min(4, f.height());
         for (int y = 0; y < rows; ++y) {
             auto* line = reinterpret_cast<quint32*>(f.scanLine(y));
             for (int x = 0; x < f.width(); ++x) line[x] = 0xff000000u | static_cast<quint32>(i * 2654435761u + x);
         }
-        frames.setFrame(screenId, f);
+        return f;
     }
-    // Drops the source's hold on the last frame, so stamping a frame writes
-    // in place rather than copying it.
-    void forgetFrame() { frames.setFrame(screenId, QImage()); }
 };
 
 void build(Reference& r, const QString& logoPath) {
@@ -120,8 +129,10 @@ void build(Reference& r, const QString& logoPath) {
     r.screenId = screen.id;
     for (QColor c : {QColor(40, 70, 160), QColor(160, 70, 40), QColor(40, 160, 70)})
         r.screenFrames.push_back(TestFrameSource::patternFrame(QSize(1920, 1080), c));
-    r.frames.setFrame(screen.id, r.screenFrames[0]);
-    r.frames.setFrame(camera.id, TestFrameSource::patternFrame(QSize(1280, 720), QColor(90, 90, 90)));
+    r.cameraId = camera.id;
+    for (QColor c : {QColor(90, 90, 90), QColor(60, 110, 60), QColor(110, 60, 110)})
+        r.cameraFrames.push_back(TestFrameSource::patternFrame(QSize(1280, 720), c));
+    r.nextFrame(0);
     r.branding.enabled = true;
     r.branding.text = "OrvaneUI Live";
     r.branding.logoImagePath = logoPath.toStdString();

@@ -1,6 +1,10 @@
 #include "recording/VideoEncoder.h"
 
 #include <libyuv/convert_from_argb.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <thread>
 
 #include "recording/MovieWriter.h"
 
@@ -37,7 +41,15 @@ QString VideoEncoder::open(const Settings& settings, bool globalHeader) {
     av_dict_set(&options, "profile", "baseline", 0);
     // Key frames exactly every 30 frames, so that fragments last one second.
     av_dict_set(&options, "x264-params", "scenecut=0", 0);
-    const int opened = avcodec_open2(c, codec, &options);
+    // x264 starts its threads here, and they take the opening thread's
+    // priority: opened from a thread a few steps below the recorder's render
+    // thread, they give way to it when the two cores are short. The render
+    // thread has a deadline every frame; the encoder has the ring's slack.
+    int opened = 0;
+    std::thread([&] {
+        setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), getpriority(PRIO_PROCESS, 0) + kEncoderNiceness);
+        opened = avcodec_open2(c, codec, &options);
+    }).join();
     av_dict_free(&options);
     if (opened < 0) return QStringLiteral("Cannot open the H.264 encoder: ") + avErrorText(opened);
 

@@ -19,6 +19,8 @@ class VideoEncoder {
 public:
     static constexpr int kFramesPerSecond = 30;
     static constexpr int kKeyFrameInterval = 30;
+    // How much lower than the process the encoder's own threads run.
+    static constexpr int kEncoderNiceness = 5;
 
     struct Settings {
         int width = 0;

@@ -115,7 +115,10 @@ TEST_F(BridgeTest, ARecorderTakesTheSwitch) {
 }
 
 TEST_F(BridgeTest, SessionGoneIsReported) {
-    server->setParent(nullptr);  // keep the server while the session goes
+    // The session deletes the server it holds, so take it back first and
+    // keep it while the session goes.
+    session->setWebServerManager(nullptr);
+    server->setParent(nullptr);
     std::unique_ptr<WebServerManager> keep(server);
     session.reset();
     EXPECT_EQ(get("/api/status"), expected200(R"({"error":"StreamManager not available"})"));

@@ -15,41 +15,43 @@ class RemoteSnapshotStore;
 
 // One request on one TCP connection, on the server thread: a single receive
 // of at most 8,192 bytes, one reply, then close. Works on the accepted
-// descriptor directly, which keeps a request to one or two turns of the
-// server's loop. Deletes itself when done.
+// descriptor directly. A request that came in with the connection and a
+// reply the socket takes whole, which is nearly every one, are served by
+// serve() on the spot, without any object; only a connection that makes the
+// server wait gets one, and it deletes itself when done.
 class RemoteConnection : public QObject {
     Q_OBJECT
 public:
     using ActionSink = std::function<void(const RemoteAction&)>;
 
-    RemoteConnection(qintptr descriptor, std::shared_ptr<const RemoteSnapshotStore> store, ActionSink sink,
-                     QObject* parent = nullptr);
-    ~RemoteConnection() override;
+    // Takes over `descriptor`. Returns the object that finishes the
+    // connection later, or null when it is finished already.
+    static RemoteConnection* serve(qintptr descriptor, const std::shared_ptr<const RemoteSnapshotStore>& store,
+                                   const ActionSink& sink, QObject* parent);
 
-    // Arms the idle timer and takes the request if it is there already.
-    void start();
+    ~RemoteConnection() override;
 
 signals:
     // Emitted once, when the descriptor is closed.
     void closed();
 
 private:
+    RemoteConnection(int fd, std::shared_ptr<const RemoteSnapshotStore> store, ActionSink sink, QObject* parent);
+
+    void awaitRequest();
+    void sendRest(std::string rest);
     void onReadable();
     void onWritable();
-    void answer(std::string_view request);
-    bool drainInput();  // false once the peer has closed or failed
     void finish();
     void watch(std::unique_ptr<QSocketNotifier>& notifier, QSocketNotifier::Type type, void (RemoteConnection::*slot)());
 
     int fd_;
-    // Made when first needed: most requests are answered before either is.
     std::unique_ptr<QSocketNotifier> readNotifier_;
     std::unique_ptr<QSocketNotifier> writeNotifier_;
     QTimer idleTimer_;  // closes a silent connection, and one whose reply never drains
     std::shared_ptr<const RemoteSnapshotStore> store_;
     ActionSink sink_;
-    std::string reply_;
-    std::size_t sent_ = 0;
+    std::string rest_;  // what the socket has not taken yet of the reply
     bool answered_ = false;
     bool done_ = false;
 };

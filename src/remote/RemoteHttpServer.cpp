@@ -22,6 +22,7 @@ void RemoteHttpServer::listen(quint16 port, int generation) {
         connect(listener_, &RemoteTcpListener::descriptorAccepted, this, &RemoteHttpServer::handleConnection);
     }
     // QTcpServer sets SO_REUSEADDR on Unix, so a port in TIME_WAIT is free again.
+    listener_->setListenBacklogSize(remote_limits::kListenBacklog);
     if (!listener_->listen(QHostAddress::Any, port)) {
         emit listenFinished(generation, false, port, listener_->errorString());
         return;
@@ -39,10 +40,12 @@ void RemoteHttpServer::handleConnection(qintptr descriptor) {
         ::close(static_cast<int>(descriptor));
         return;
     }
+    // Only a connection that has to wait is still open after this; it cannot
+    // close before the next turn of the loop, so counting it here is in time.
+    RemoteConnection* waiting = RemoteConnection::serve(descriptor, store_, sink_, this);
+    if (!waiting) return;
     ++openConnections_;
-    auto* connection = new RemoteConnection(descriptor, store_, sink_, this);
-    connect(connection, &RemoteConnection::closed, this, [this] { --openConnections_; });
-    connection->start();
+    connect(waiting, &RemoteConnection::closed, this, [this] { --openConnections_; });
 }
 
 }  // namespace orvane

@@ -31,45 +31,69 @@ const std::string& pageResponse() {
     return response;
 }
 
-RemoteReply route(std::string_view requestText, const RemoteSessionSnapshot* session,
-                  const RemotePublishedSession* published) {
+// Returns the prepared text when there is one; otherwise fills `built`.
+const std::string* route(std::string_view requestText, const RemoteSessionSnapshot* session,
+                         const RemotePublishedSession* published, RemoteReply& built) {
     const RequestLine request = splitRequestLine(requestText);
-    if (!request.complete) return {createInternalErrorResponse(), std::nullopt};
+    if (!request.complete) {
+        built = {createInternalErrorResponse(), std::nullopt};
+        return nullptr;
+    }
 
     const auto method = request.method;
     const auto path = request.path;
     constexpr std::string_view scenePrefix = "/api/scene/";
 
     if (method == "GET") {
-        if (path == "/") return {pageResponse(), std::nullopt};
-        if (path == "/api/scenes")
-            return published ? RemoteReply{published->scenesResponse, std::nullopt} : createScenesResponse(session);
-        if (path == "/api/status")
-            return published ? RemoteReply{published->statusResponse, std::nullopt} : createStatusResponse(session);
+        if (path == "/") return &pageResponse();
+        if (path == "/api/scenes") {
+            if (published) return &published->scenesResponse;
+            built = createScenesResponse(session);
+            return nullptr;
+        }
+        if (path == "/api/status") {
+            if (published) return &published->statusResponse;
+            built = createStatusResponse(session);
+            return nullptr;
+        }
     } else if (method == "POST") {
-        if (path.starts_with(scenePrefix)) return handleSceneChange(path.substr(scenePrefix.size()), session);
-        if (path == "/api/live") return handleLiveUpdate(session);
-        if (path == "/api/recording") return handleRecordingToggle(session);
-        if (path == "/api/drawing") return handleDrawingToggle(session);
-        if (path == "/api/progress") return handleProgressToggle(session);
-        if (path == "/api/branding") return handleBrandingToggle(session);
-        if (path == "/api/blur") return handleBlurToggle(session);
+        built = [&] {
+            if (path.starts_with(scenePrefix)) return handleSceneChange(path.substr(scenePrefix.size()), session);
+            if (path == "/api/live") return handleLiveUpdate(session);
+            if (path == "/api/recording") return handleRecordingToggle(session);
+            if (path == "/api/drawing") return handleDrawingToggle(session);
+            if (path == "/api/progress") return handleProgressToggle(session);
+            if (path == "/api/branding") return handleBrandingToggle(session);
+            if (path == "/api/blur") return handleBlurToggle(session);
+            return RemoteReply{createNotFoundResponse(), std::nullopt};
+        }();
+        return nullptr;
     }
-    return {createNotFoundResponse(), std::nullopt};
+    built = {createNotFoundResponse(), std::nullopt};
+    return nullptr;
+}
+
+RemoteReply routeToReply(std::string_view requestText, const RemoteSessionSnapshot* session) {
+    RemoteReply reply;
+    if (const std::string* prepared = route(requestText, session, nullptr, reply)) reply.response = *prepared;
+    return reply;
 }
 
 }  // namespace
 
 RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnapshot* session) {
-    return route(requestText, session, nullptr);
+    return routeToReply(requestText, session);
 }
 
 RemoteReply processRequestBytes(std::string_view bytes, const RemoteSessionSnapshot* session) {
-    return route(isValidUtf8(bytes) ? bytes : std::string_view{}, session, nullptr);
+    return routeToReply(isValidUtf8(bytes) ? bytes : std::string_view{}, session);
 }
 
-RemoteReply processRequestBytes(std::string_view bytes, const RemotePublishedSession& published) {
-    return route(isValidUtf8(bytes) ? bytes : std::string_view{}, published.snapshot.get(), &published);
+std::string_view processRequestBytes(std::string_view bytes, const RemotePublishedSession& published,
+                                     RemoteReply& built) {
+    const std::string_view text = isValidUtf8(bytes) ? bytes : std::string_view{};
+    if (const std::string* prepared = route(text, published.snapshot.get(), &published, built)) return *prepared;
+    return built.response;
 }
 
 }  // namespace orvane

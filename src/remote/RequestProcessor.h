@@ -16,8 +16,11 @@ RemoteReply processRequest(std::string_view requestText, const RemoteSessionSnap
 // The raw bytes of one receive: text that is not valid UTF-8 reads as empty.
 RemoteReply processRequestBytes(std::string_view bytes, const RemoteSessionSnapshot* session);
 
-// The same, for the server: the read routes take the replies prepared when
-// the session was published.
-RemoteReply processRequestBytes(std::string_view bytes, const RemotePublishedSession& published);
+// The same, for the server: the read routes and the page answer with text
+// prepared beforehand, which the returned view points into (it lives as
+// long as `published`); any other reply is built into `built`, whose action,
+// if any, is the caller's to post.
+std::string_view processRequestBytes(std::string_view bytes, const RemotePublishedSession& published,
+                                     RemoteReply& built);
 
 }  // namespace orvane

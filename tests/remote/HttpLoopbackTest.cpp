@@ -9,6 +9,7 @@
 
 #include "remote/LocalAddress.h"
 #include "remote/RemotePage.h"
+#include "remote/RequestProcessor.h"
 #include "support/ExpectedResponses.h"
 #include "support/RawHttpClient.h"
 #include "support/ServerFixture.h"
@@ -78,6 +79,36 @@ TEST_F(HttpLoopback, OnlyTheFirstChunkOfALongRequestIsRead) {
     // A request line longer than one chunk is cut at 8,192 bytes.
     std::string longLine = "GET /" + std::string(20000, 'b') + " HTTP/1.1\r\n\r\n";
     EXPECT_EQ(ask(longLine), kExpected404);
+}
+
+TEST_F(HttpLoopback, RequestThatComesAfterTheConnectionIsAnswered) {
+    RawConnection late(port);
+    ASSERT_TRUE(late.connected());
+    std::this_thread::sleep_for(100ms);  // accepted with nothing to read yet
+    EXPECT_FALSE(late.closedWithin(0ms));
+    ASSERT_TRUE(late.send("POST /api/scene/2 HTTP/1.1\r\n\r\n"));
+    EXPECT_EQ(late.readToEnd().value_or("<none>"), expected200(R"({"success":true,"scene":"Outro"})"));
+    ASSERT_TRUE(waitUntil([&] { return session->activeIndex() == 2; }));
+}
+
+TEST_F(HttpLoopback, ReplyLargerThanTheSocketTakesArrivesWhole) {
+    // Far more than the socket buffers hold while the client does not read.
+    std::vector<std::string> names;
+    for (int i = 0; i < 4000; ++i) names.push_back("Scene " + std::to_string(i) + std::string(100, 'x'));
+    session->loadPreset(names, 3999);
+    const std::string expected = processRequest("GET /api/scenes HTTP/1.1", manager->session().get()).response;
+    ASSERT_GT(expected.size(), 400000u);
+
+    RawConnection slow(port);
+    ASSERT_TRUE(slow.connected());
+    ASSERT_TRUE(slow.send("GET /api/scenes HTTP/1.1\r\n\r\n"));
+    std::this_thread::sleep_for(200ms);  // the server is left waiting to send the rest
+    // Meanwhile other clients are served as usual.
+    EXPECT_EQ(get("/api/scenes/"), kExpected404);
+    const auto reply = slow.readToEnd();
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->size(), expected.size());
+    EXPECT_TRUE(*reply == expected);  // not printed in full on failure
 }
 
 TEST_F(HttpLoopback, ScenesAndStatus) {

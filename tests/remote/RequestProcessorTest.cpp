@@ -250,13 +250,23 @@ TEST(RequestProcessor, PreparedRepliesMatchTheHandlers) {
                                 "GET / HTTP/1.1\r\n\r\n", "POST /api/scene/1 HTTP/1.1\r\n\r\n",
                                 "POST /api/blur HTTP/1.1\r\n\r\n", "GET /api/scenes/ HTTP/1.1\r\n\r\n", "GET"}) {
         const auto direct = processRequestBytes(request, snapshot.get());
-        const auto prepared = processRequestBytes(request, *published);
-        EXPECT_EQ(prepared.response, direct.response) << request;
-        EXPECT_EQ(prepared.action, direct.action) << request;
+        RemoteReply built;
+        const std::string_view prepared = processRequestBytes(request, *published, built);
+        EXPECT_EQ(prepared, direct.response) << request;
+        EXPECT_EQ(built.action, direct.action) << request;
     }
+    // The read routes and the page are not built per request.
+    RemoteReply unused;
+    EXPECT_EQ(processRequestBytes("GET /api/scenes HTTP/1.1", *published, unused).data(),
+              published->scenesResponse.data());
+    EXPECT_EQ(processRequestBytes("GET / HTTP/1.1", *published, unused).data(),
+              processRequestBytes("GET / HTTP/1.1", *published, unused).data());
+    EXPECT_TRUE(unused.response.empty());
+
     const auto gone = RemotePublishedSession::make(nullptr);
-    EXPECT_EQ(processRequestBytes("GET /api/status HTTP/1.1", *gone).response,
+    RemoteReply built;
+    EXPECT_EQ(processRequestBytes("GET /api/status HTTP/1.1", *gone, built),
               expected200(R"({"error":"StreamManager not available"})"));
-    EXPECT_EQ(processRequestBytes("GET /api/scenes HTTP/1.1", *gone).response,
+    EXPECT_EQ(processRequestBytes("GET /api/scenes HTTP/1.1", *gone, built),
               expected200(R"({"error":"No preset available"})"));
 }

@@ -25,3 +25,15 @@ TEST(Utf8, RefusesMalformedText) {
     };
     for (const auto& text : cases) EXPECT_FALSE(isValidUtf8(text)) << testing::PrintToString(text);
 }
+
+TEST(Utf8, FindsTheBadByteWhereverItStands) {
+    // ASCII before and after, so that the byte falls at every place of a
+    // word and in the tail.
+    for (std::size_t at = 0; at < 24; ++at) {
+        std::string text(at, 'a');
+        EXPECT_TRUE(isValidUtf8(text + "\xc3\xa9" + std::string(24 - at, 'b'))) << at;
+        EXPECT_FALSE(isValidUtf8(text + "\xff" + std::string(24 - at, 'b'))) << at;
+        EXPECT_FALSE(isValidUtf8(text + "\xc3" + std::string(24 - at, 'b'))) << at;
+        EXPECT_FALSE(isValidUtf8(text + "\xe2\x82")) << at;
+    }
+}

@@ -1,7 +1,6 @@
 #include "remote/RemoteHttpServer.h"
 
 #include <QHostAddress>
-#include <unistd.h>
 
 #include "remote/RemoteServerLimits.h"
 #include "remote/RemoteTcpListener.h"
@@ -9,7 +8,7 @@
 namespace orvane {
 
 RemoteHttpServer::RemoteHttpServer(std::shared_ptr<const RemoteSnapshotStore> store,
-                                   RemoteConnection::ActionSink sink, QObject* parent)
+                                   RemoteConnectionSet::ActionSink sink, QObject* parent)
     : QObject(parent), store_(std::move(store)), sink_(std::move(sink)) {}
 
 void RemoteHttpServer::listen(quint16 port, int generation) {
@@ -18,6 +17,7 @@ void RemoteHttpServer::listen(quint16 port, int generation) {
         return;
     }
     if (!listener_) {
+        connections_ = new RemoteConnectionSet(store_, sink_, this);
         listener_ = new RemoteTcpListener(this);
         connect(listener_, &RemoteTcpListener::descriptorAccepted, this, &RemoteHttpServer::handleConnection);
     }
@@ -35,17 +35,6 @@ void RemoteHttpServer::close() {
     if (listener_) listener_->close();
 }
 
-void RemoteHttpServer::handleConnection(qintptr descriptor) {
-    if (openConnections_ >= remote_limits::kMaxConnections) {
-        ::close(static_cast<int>(descriptor));
-        return;
-    }
-    // Only a connection that has to wait is still open after this; it cannot
-    // close before the next turn of the loop, so counting it here is in time.
-    RemoteConnection* waiting = RemoteConnection::serve(descriptor, store_, sink_, this);
-    if (!waiting) return;
-    ++openConnections_;
-    connect(waiting, &RemoteConnection::closed, this, [this] { --openConnections_; });
-}
+void RemoteHttpServer::handleConnection(qintptr descriptor) { connections_->serve(descriptor); }
 
 }  // namespace orvane

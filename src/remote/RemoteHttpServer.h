@@ -4,7 +4,7 @@
 #include <QString>
 #include <memory>
 
-#include "remote/RemoteConnection.h"
+#include "remote/RemoteConnectionSet.h"
 
 namespace orvane {
 
@@ -12,12 +12,13 @@ class RemoteSnapshotStore;
 class RemoteTcpListener;
 
 // The listening side, living on the server thread: accepts connections on
-// all interfaces, serves at most 64 at a time and closes any beyond that at
-// once. Driven by queued calls from WebServerManager.
+// all interfaces and hands each to the connection set, which serves at most
+// 64 at a time and closes any beyond that at once. Driven by queued calls
+// from WebServerManager.
 class RemoteHttpServer : public QObject {
     Q_OBJECT
 public:
-    RemoteHttpServer(std::shared_ptr<const RemoteSnapshotStore> store, RemoteConnection::ActionSink sink,
+    RemoteHttpServer(std::shared_ptr<const RemoteSnapshotStore> store, RemoteConnectionSet::ActionSink sink,
                      QObject* parent = nullptr);
 
     // `generation` identifies the start request, so that an answer that
@@ -31,10 +32,11 @@ signals:
 private:
     void handleConnection(qintptr descriptor);
 
+    // Both made on the server thread, at the first listen.
     RemoteTcpListener* listener_ = nullptr;
+    RemoteConnectionSet* connections_ = nullptr;
     std::shared_ptr<const RemoteSnapshotStore> store_;
-    RemoteConnection::ActionSink sink_;
-    int openConnections_ = 0;
+    RemoteConnectionSet::ActionSink sink_;
 };
 
 }  // namespace orvane

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <vector>
 #include <chrono>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -89,6 +90,30 @@ TEST_F(HttpLoopback, RequestThatComesAfterTheConnectionIsAnswered) {
     ASSERT_TRUE(late.send("POST /api/scene/2 HTTP/1.1\r\n\r\n"));
     EXPECT_EQ(late.readToEnd().value_or("<none>"), expected200(R"({"success":true,"scene":"Outro"})"));
     ASSERT_TRUE(waitUntil([&] { return session->activeIndex() == 2; }));
+}
+
+TEST_F(HttpLoopback, WaitingConnectionsEachGetTheirOwnReply) {
+    std::vector<std::unique_ptr<RawConnection>> waiting;
+    for (int i = 0; i < 12; ++i) {
+        waiting.push_back(std::make_unique<RawConnection>(port));
+        ASSERT_TRUE(waiting.back()->connected()) << i;
+    }
+    std::this_thread::sleep_for(100ms);  // all accepted with nothing to read yet
+    // Asked last to first, and some closing without a word in between.
+    for (int i = 11; i >= 0; --i) {
+        if (i % 4 == 1) {
+            waiting[i]->shutdownWrite();
+            EXPECT_EQ(waiting[i]->readToEnd().value_or("<none>"), "") << i;
+            continue;
+        }
+        ASSERT_TRUE(waiting[i]->send(i % 2 ? "GET /api/scenes/ HTTP/1.1\r\n\r\n" : "POST /api/scene/1 HTTP/1.1\r\n\r\n"));
+    }
+    for (int i = 0; i < 12; ++i) {
+        if (i % 4 == 1) continue;
+        EXPECT_EQ(waiting[i]->readToEnd().value_or("<none>"),
+                  i % 2 ? kExpected404 : expected200(R"({"success":true,"scene":"Talk"})"))
+            << i;
+    }
 }
 
 TEST_F(HttpLoopback, ReplyLargerThanTheSocketTakesArrivesWhole) {

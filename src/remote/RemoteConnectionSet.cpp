@@ -206,7 +206,8 @@ void RemoteConnectionSet::onWritable(Slot& slot) {
 }
 
 void RemoteConnectionSet::release(Slot& slot) {
-    ::epoll_ctl(epoll_, EPOLL_CTL_DEL, slot.fd, nullptr);
+    // No EPOLL_CTL_DEL: nothing else holds the descriptor, so closing it
+    // takes it out of the epoll set.
     if (slot.answered && !slot.peerClosed) drainInput(slot.fd);
     ::close(slot.fd);
     slot.fd = -1;

@@ -2,12 +2,16 @@
 
 #include <QDir>
 #include <QPainter>
+#include <QStringList>
 #include <QTemporaryDir>
+#include <climits>
 
 #include "RenderProbe.h"
 #include "SceneFixtures.h"
 #include "composition/DrawingOverlay.h"
+#include "composition/PixelFont.h"
 #include "composition/ProgressBarGeometry.h"
+#include "composition/ProgressBarPainter.h"
 #include "composition/SceneRenderer.h"
 #include "composition/SymbolGlyphs.h"
 #include "composition/SymbolPainter.h"
@@ -19,13 +23,14 @@ using test::near;
 
 const QSize kSize(1600, 900);
 
-QImage renderWith(const StreamingScene& scene, const BrandingConfig* branding, const ProgressBarConfig* progress) {
+QImage renderWith(const StreamingScene& scene, const BrandingConfig* branding, const ProgressBarConfig* progress,
+                  QSize size = kSize) {
     SceneRenderer renderer;
     SceneRenderInputs in;
     in.scene = &scene;
     in.presetBranding = branding;
     in.progressBar = progress;
-    return test::renderImage(kSize, [&](QPainter& p) { renderer.render(p, QSizeF(kSize), in, 0); });
+    return test::renderImage(size, [&](QPainter& p) { renderer.render(p, QSizeF(size), in, 0); });
 }
 
 StreamingScene quietScene() {
@@ -247,6 +252,169 @@ TEST(DrawingPaint, InProgressShapeAtSeventyPercent) {
     overlay.pointerMoved({190, 50}, true, sel, layers);
     const QImage image = test::renderImage(QSize(200, 100), [&](QPainter& p) { overlay.paint(p, layers, sel); });
     EXPECT_TRUE(near(image.pixelColor(100, 50), QColor(179, 179, 179), 3));
+}
+
+TEST(BrandingOverlay, HalfOpacityHalvesLogoTextAndBackground) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("logo.png");
+    QImage logo(10, 40, QImage::Format_ARGB32);
+    logo.fill(QColor(0, 255, 0));
+    ASSERT_TRUE(logo.save(path));
+    const StreamingScene scene = quietScene();
+    // A red plate, a green logo and white text on black: each shows in a
+    // channel of its own, the text alone in blue.
+    BrandingConfig b = redPlate(BrandingPosition::topLeft);
+    b.logoImagePath = path.toStdString();
+    b.textColor = {1, 1, 1, 1};
+    const auto maxBlue = [](const QImage& image) {
+        int most = 0;
+        for (int y = 14; y < 135; ++y)
+            for (int x = 125; x < 700; ++x) most = std::max(most, image.pixelColor(x, y).blue());
+        return most;
+    };
+    const QImage full = renderWith(scene, &b, nullptr);
+    b.opacity = 0.5;
+    const QImage half = renderWith(scene, &b, nullptr);
+    test::keep(half, "branding-half-opacity");
+    // The logo, 100 by 100 from (24.3, 24.3).
+    EXPECT_TRUE(near(full.pixelColor(60, 60), QColor(0, 255, 0), 3)) << test::describe(full.pixelColor(60, 60));
+    EXPECT_TRUE(near(half.pixelColor(60, 60), QColor(0, 128, 0), 3)) << test::describe(half.pixelColor(60, 60));
+    EXPECT_TRUE(near(half.pixelColor(110, 110), QColor(0, 128, 0), 3)) << test::describe(half.pixelColor(110, 110));
+    // The plate's padding left of the logo.
+    EXPECT_TRUE(near(full.pixelColor(18, 70), QColor(255, 0, 0), 3)) << test::describe(full.pixelColor(18, 70));
+    EXPECT_TRUE(near(half.pixelColor(18, 70), QColor(128, 0, 0), 3)) << test::describe(half.pixelColor(18, 70));
+    // The text: its brightest pixel goes from white to half.
+    const int textFull = maxBlue(full);
+    const int textHalf = maxBlue(half);
+    EXPECT_GE(textFull, 240);
+    EXPECT_NEAR(textHalf, 128, 6);
+    EXPECT_NEAR(double(textHalf) / textFull, 0.5, 0.03);
+}
+
+TEST(ProgressOverlay, StepsSortByOrderStably) {
+    ProgressBarConfig c;
+    c.steps = {step(2, false, "c"), step(0, false, "a"), step(1, false, "b1"), step(1, true, "b2")};
+    const std::vector<ProgressStep> sorted = ProgressBarPainter::orderedSteps(c);
+    ASSERT_EQ(sorted.size(), 4u);
+    EXPECT_EQ(sorted[0].title, "a");
+    EXPECT_EQ(sorted[1].title, "b1");  // equal orders keep their places in the list
+    EXPECT_EQ(sorted[2].title, "b2");
+    EXPECT_EQ(sorted[3].title, "c");
+    c.steps = {step(9, false, "late"), step(4, false, "early")};
+    const std::vector<ProgressStep> gaps = ProgressBarPainter::orderedSteps(c);
+    ASSERT_EQ(gaps.size(), 2u);
+    EXPECT_EQ(gaps[0].order, 4);  // orders are kept, not renumbered from the list
+    EXPECT_EQ(gaps[1].order, 9);
+}
+
+// Which of `candidates` the white number on a pending marker reads: each is
+// drawn on its own as the strip draws it (bold, 0.42 of the marker, centred)
+// and compared pixel by pixel with the rendered marker. Returns the best and
+// how many of its pixels disagree.
+std::pair<QString, int> readMarker(const QImage& image, QRectF marker, double numberSize, QColor markerColour,
+                                   const QStringList& candidates) {
+    const QRect area = marker.toAlignedRect();
+    const auto ink = [](const QImage& img, int x, int y) { return img.pixelColor(x, y).red() > 128; };
+    std::pair<QString, int> best{QString(), INT_MAX};
+    for (const QString& text : candidates) {
+        QImage ref(area.size(), QImage::Format_ARGB32_Premultiplied);
+        ref.fill(Qt::black);
+        {
+            QPainter p(&ref);
+            p.setRenderHint(QPainter::Antialiasing);
+            p.setRenderHint(QPainter::TextAntialiasing);
+            p.translate(-area.topLeft());
+            p.setPen(Qt::NoPen);
+            p.setBrush(markerColour);
+            p.drawEllipse(marker);
+            p.setFont(PixelFont::system(numberSize, QFont::Bold, nullptr));
+            p.setPen(Qt::white);
+            p.drawText(marker, Qt::AlignCenter, text);
+        }
+        int differ = 0;
+        for (int y = 0; y < area.height(); ++y)
+            for (int x = 0; x < area.width(); ++x)
+                if (ink(ref, x, y) != ink(image, area.left() + x, area.top() + y)) ++differ;
+        if (differ < best.second) best = {text, differ};
+    }
+    return best;
+}
+
+TEST(ProgressOverlay, PendingMarkersAreNumberedByOrderPlusOne) {
+    // A large canvas, so that the numbers are some 19 points high.
+    const QSize size(3200, 1800);
+    const StreamingScene scene = quietScene();
+    const QStringList candidates = {"0", "1", "2", "3", "4", "5", "9", "10"};
+    const struct {
+        std::vector<int> orders;
+        std::vector<QString> shown;
+    } cases[] = {
+        {{2, 0, 1}, {"1", "2", "3"}},
+        {{4, 9}, {"5", "10"}},
+    };
+    for (const auto& c : cases) {
+        ProgressBarConfig config = progressConfig();
+        config.steps.clear();
+        for (int order : c.orders) config.steps.push_back(step(order, false));
+        const QImage image = renderWith(scene, nullptr, &config, size);
+        test::keep(image, "progress-numbers-" + std::to_string(c.orders.size()));
+        const ProgressStripMetrics m = ProgressBarGeometry::metrics(config, QSizeF(size));
+        double cursor = m.paddingAlong;
+        for (std::size_t i = 0; i < c.shown.size(); ++i) {
+            const ProgressItemPlacement p =
+                ProgressBarGeometry::placeItem(m, cursor, QSizeF(0, 0), i + 1 < c.shown.size());
+            const auto [read, differ] = readMarker(image, p.marker, m.numberSize, QColor(0, 0, 255), candidates);
+            EXPECT_EQ(read, c.shown[i]) << "marker " << i << " of " << c.orders.size();
+            EXPECT_LE(differ, 4) << "marker " << i << " reads " << read.toStdString();
+            cursor = p.next;
+        }
+    }
+}
+
+TEST(DrawingPaint, ShapesDrawnInThePopOutAtFifteenHundredLieBeyondASmallStage) {
+    DrawingLayers layers;
+    DrawingShape rect;
+    rect.type = DrawingShapeType::rectangle;
+    rect.startPoint = {1500, 800};
+    rect.endPoint = {1580, 860};
+    rect.strokeWidth = 6;
+    layers.shapes.push_back(rect);
+    DrawingShape arrow = rect;
+    arrow.type = DrawingShapeType::arrow;
+    arrow.endPoint = {1560, 850};
+    layers.shapes.push_back(arrow);
+    FreehandPath path;
+    path.points = {{1500, 800}, {1540, 820}, {1590, 880}};
+    path.strokeWidth = 10;
+    layers.paths.push_back(path);
+    DrawingOverlay overlay;
+    DrawingSelection sel;
+    overlay.pointerMoved({1500, 800}, true, sel, layers);  // a line in progress from the same point
+    overlay.pointerMoved({1550, 830}, true, sel, layers);
+    const auto drawnPixels = [](const QImage& image) {
+        int n = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) != QColor(Qt::black)) ++n;
+        return n;
+    };
+    const auto paint = [&](QSize size) {
+        return test::renderImage(size, [&](QPainter& p) { overlay.paint(p, layers, sel); });
+    };
+    // On a small stage the points stand as drawn, beyond its edge: nothing shows.
+    EXPECT_EQ(drawnPixels(paint(QSize(480, 270))), 0);
+    EXPECT_EQ(drawnPixels(paint(QSize(1280, 720))), 0);
+    // In the pop-out window they are there.
+    const QImage popOut = paint(QSize(1600, 900));
+    EXPECT_GT(drawnPixels(popOut), 500);
+    EXPECT_TRUE(near(popOut.pixelColor(1500, 830), Qt::red, 3)) << test::describe(popOut.pixelColor(1500, 830));
+    // A shape within the small stage does show there.
+    DrawingShape near100 = rect;
+    near100.startPoint = {100, 100};
+    near100.endPoint = {180, 160};
+    layers.shapes.push_back(near100);
+    const QImage small = paint(QSize(480, 270));
+    EXPECT_TRUE(near(small.pixelColor(100, 130), Qt::red, 3)) << test::describe(small.pixelColor(100, 130));
 }
 
 TEST(Symbols, FontIsLoadedAndHasEveryGlyph) {

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
+#include <cmath>
 
 #include "RenderProbe.h"
 #include "SceneFixtures.h"
+#include "composition/PixelFont.h"
 #include "composition/SceneLayoutHelper.h"
 #include "composition/SceneRenderer.h"
+#include "composition/SourceFrameGeometry.h"
 #include "composition/TestFrameSource.h"
 #include "slides/SlidesRenderer.h"
 
@@ -384,6 +387,216 @@ TEST(ContentLayer, SlidesDrawTheDeckAndTurnPagesOnClicks) {
     // A rebuilt composition goes back to the stored page.
     f.in.sceneUpdateTimestamp = 1000;
     EXPECT_PIXEL(f.render(), 20, 20, QColor(0, 255, 0), 1);
+}
+
+
+TEST(CameraLayer, FullCameraWithAScreenShowsNoScreenAnywhere) {
+    const QColor screenColour(220, 0, 220);
+    const QColor cameraColour(0, 200, 0);
+    Fixture f;
+    f.scene.layout = SceneLayout::fullCamera;
+    Source& cam = f.add(SourceType::camera, cameraColour);
+    cam.configuration.cameraShape = CameraShape::verticalRectangle;
+    cam.configuration.cameraBorderEnabled = false;
+    Source& screen = f.add(SourceType::screen, screenColour);
+    screen.configuration.scale = 1;
+    screen.configuration.shadowEnabled = false;
+    const QImage image = f.render();
+    test::keep(image, "fullcamera-with-screen");
+    const CameraBox box = SceneLayoutHelper::calculateCameraTransform(
+        cam.configuration, SceneLayout::fullCamera,
+        *SceneLayoutHelper::calculateFrames(SceneLayout::fullCamera, QSizeF(kSize)).cameraFrame);
+    const QRectF inner = box.rect().adjusted(2, 2, -2, -2);
+    const QRectF outer = box.rect().adjusted(-2, -2, 2, 2);
+    int outside = 0;
+    int inside = 0;
+    for (int y = 1; y < kSize.height(); y += 8)
+        for (int x = 1; x < kSize.width(); x += 8) {
+            const QPointF centre(x + 0.5, y + 0.5);
+            const QColor c = image.pixelColor(x, y);
+            EXPECT_FALSE(near(c, screenColour, 80)) << "screen colour at " << x << "," << y;
+            if (inner.contains(centre)) {
+                ++inside;
+                EXPECT_TRUE(near(c, cameraColour, 2)) << "at " << x << "," << y << ": " << test::describe(c);
+            } else if (!outer.contains(centre)) {
+                ++outside;
+                EXPECT_TRUE(near(c, kBackground, 2)) << "at " << x << "," << y << ": " << test::describe(c);
+            }
+        }
+    // Most of the canvas lies outside the 405 by 720 box, and the screen
+    // would have covered much of it at scale 1.
+    EXPECT_GT(outside, 10000);
+    EXPECT_GT(inside, 4000);
+
+    // The same sources in fullScreen do show the screen there, so the colour
+    // would have been seen.
+    f.scene.layout = SceneLayout::fullScreen;
+    EXPECT_PIXEL(f.render(), 100, 450, screenColour, 2);
+}
+
+TEST(ContentLayer, PlaceholderShowsTheSourceNameUnderTheSymbol) {
+    // The grey symbol and name on black: every drawn pixel is lit.
+    const auto lit = [](const QImage& image, const QRect& area, const QRect& skip = QRect()) {
+        QRect box;
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            for (int x = area.left(); x <= area.right(); ++x)
+                if (!skip.contains(x, y) && image.pixelColor(x, y).lightness() > 40) box |= QRect(x, y, 1, 1);
+        return box;
+    };
+    const QString name = QStringLiteral("MMMMMMMMMMMMMMMMMMMMMMMM");
+    for (ContentType type : {ContentType::text, ContentType::image, ContentType::web}) {
+        const auto render = [&](const std::string& sourceName) {
+            Fixture f;
+            f.scene = test::solidScene(Qt::black);
+            f.scene.brandingEnabled = f.scene.progressBarEnabled = false;
+            Source& content = f.add(SourceType::content);
+            content.name = sourceName;
+            content.configuration.contentType = type;
+            return f.render();
+        };
+        const QImage nameless = render("");
+        const QImage named = render(name.toStdString());
+        test::keep(named, "placeholder-name-" + std::string(toString(type)));
+        const QRect area(300, 300, 1000, 300);
+        // Without a name only the 40-point symbol is drawn, centred.
+        const QRect symbol = lit(nameless, area);
+        ASSERT_FALSE(symbol.isNull()) << toString(type);
+        EXPECT_LE(symbol.width(), 44) << toString(type);
+        EXPECT_NEAR(symbol.center().x(), 800, 3) << toString(type);
+        // With it, the name's pixels stand beside the symbol's column, under
+        // the symbol, as wide as the name at 13 points.
+        const QRect symbolColumn(symbol.left() - 2, area.top(), symbol.width() + 4, area.height());
+        const QRect text = lit(named, area, symbolColumn);
+        ASSERT_FALSE(text.isNull()) << toString(type);
+        // The symbol (40 high) and the spacing of 8 come first.
+        const QRect all = lit(named, area);
+        EXPECT_GE(text.top() - all.top(), 36) << toString(type);
+        EXPECT_NEAR(text.height(), 13 * 0.75, 4) << toString(type);  // capitals of a 13-point font
+        const double advance =
+            PixelFont::metrics(PixelFont::system(13, QFont::Normal, &named), &named).horizontalAdvance(name);
+        EXPECT_NEAR(text.width(), advance, 4) << toString(type);
+        EXPECT_NEAR(text.center().x(), 800, 3) << toString(type);
+        // Grey, as the symbol.
+        int grey = 0;
+        for (int y = text.top(); y <= text.bottom(); ++y)
+            for (int x = text.left(); x <= text.right(); ++x)
+                if (near(named.pixelColor(x, y), QColor(142, 142, 147), 12)) ++grey;
+        EXPECT_GT(grey, 50) << toString(type);
+    }
+}
+
+TEST(CinematicZoom, SlidesInCameraLeftStayPutWhileTheCameraZooms) {
+    const QColor slideColour(250, 200, 0);
+    const QColor cameraColour(0, 0, 220);
+    Fixture f;
+    f.scene.layout = SceneLayout::cameraLeft;
+    f.scene.cinematicZoomEnabled = true;
+    Source& cam = f.add(SourceType::camera, cameraColour);
+    cam.configuration.cameraBorderEnabled = false;
+    Source& content = f.add(SourceType::content);
+    content.configuration.contentType = ContentType::slides;
+    SlidesResource deck;
+    Slide slide;
+    slide.content.clear();
+    slide.backgroundColor = {slideColour.redF(), slideColour.greenF(), slideColour.blueF(), 1};
+    deck.slides = {slide};
+    content.configuration.slidesResource = deck;
+    // The content frame starts at 0.4 of 1600 = 640; at 1.1 about the centre
+    // an edge there would move to 800 - 160 * 1.1 = 624.
+    for (double t : {0.0, 4.0, 8.0}) {
+        const QImage image = f.render(t);
+        for (int y : {100, 450}) {
+            EXPECT_PIXEL(image, 642, y, slideColour, 2) << " at " << t << " s";
+            EXPECT_FALSE(near(image.pixelColor(636, y), slideColour, 60)) << "at " << t << " s";
+            EXPECT_FALSE(near(image.pixelColor(628, y), slideColour, 60)) << "at " << t << " s";
+        }
+        EXPECT_PIXEL(image, 1598, 100, slideColour, 2) << " at " << t << " s";
+    }
+    // The zoom is on meanwhile: the camera's right edge, under the content at
+    // 640, has moved in to 624.
+    EXPECT_PIXEL(f.render(0), 630, 450, cameraColour, 2);
+    const QImage zoomed = f.render(8);
+    EXPECT_PIXEL(zoomed, 620, 450, cameraColour, 2);
+    EXPECT_PIXEL(zoomed, 630, 450, kBackground, 2);
+}
+
+// How far in from a rectangle's top-left corner, along its diagonal, the
+// frame's colour starts: a corner of radius R cuts 0.29 R there.
+double cornerCut(const QImage& image, QPoint corner, QColor frame) {
+    for (int a = 0; a < 40; ++a)
+        if (near(image.pixelColor(corner.x() + a, corner.y() + a), frame, 60)) return a + 0.5;
+    return 40;
+}
+
+TEST(ScreenLayer, CornerRadiusStaysTenAtScaleTwo) {
+    const QColor frameColour(0, 0, 160);
+    double cuts[2] = {0, 0};
+    int i = 0;
+    for (double scale : {1.0, 2.0}) {
+        Fixture f;
+        f.scene = test::solidScene(Qt::white);
+        f.scene.brandingEnabled = f.scene.progressBarEnabled = false;
+        Source& screen = f.add(SourceType::screen, frameColour);
+        screen.configuration.scale = scale;
+        screen.configuration.shadowEnabled = false;
+        screen.configuration.borderRadius = 10;
+        // Offsets bring the top-left corner into the canvas at either scale:
+        // 1200 and 720 in the 1920 by 1080 space are 1000 and 600 points.
+        screen.configuration.horizontalOffset = 1200;
+        screen.configuration.verticalOffset = 720;
+        const QRectF r = SourceFrameGeometry::screenFrameRect(QSizeF(kSize), QSizeF(1920, 1080), scale, 1200, 720);
+        ASSERT_GE(r.left(), 0);
+        ASSERT_GE(r.top(), 0);
+        const QPoint corner(int(r.left()), int(r.top()));
+        const QImage image = f.render();
+        test::keep(image, "corner-radius-scale-" + std::to_string(int(scale)));
+        EXPECT_PIXEL(image, corner.x() + 30, corner.y() + 30, frameColour, 2);
+        EXPECT_PIXEL(image, corner.x(), corner.y(), QColor(255, 255, 255), 8);
+        // Along the top edge, 12 points in: past a 10-point corner, short of a 20-point one.
+        EXPECT_PIXEL(image, corner.x() + 12, corner.y(), frameColour, 30);
+        EXPECT_PIXEL(image, corner.x(), corner.y() + 12, frameColour, 30);
+        cuts[i++] = cornerCut(image, corner, frameColour);
+    }
+    // 0.29 of 10 is 2.9 (a radius of 20 would cut 5.9).
+    EXPECT_NEAR(cuts[0], 2.9, 1.1);
+    EXPECT_NEAR(cuts[1], 2.9, 1.1);
+    EXPECT_LE(std::abs(cuts[1] - cuts[0]), 1);
+}
+
+TEST(ScreenLayer, ShadowOffsetIsInCanvasPointsOnEveryCanvas) {
+    // A sharp black shadow 30 to the right and 20 down of a frame in the
+    // canvas middle: where it ends beyond the frame's edges.
+    const QColor frameColour(0, 160, 0);
+    for (QSize size : {QSize(1600, 900), QSize(800, 450)}) {
+        Fixture f;
+        f.scene = test::solidScene(Qt::white);
+        f.scene.brandingEnabled = f.scene.progressBarEnabled = false;
+        Source& screen = f.add(SourceType::screen, frameColour);
+        screen.configuration.scale = 0.5;
+        screen.configuration.borderRadius = 0;
+        screen.configuration.shadowEnabled = true;
+        screen.configuration.shadowColor = {0, 0, 0, 1};
+        screen.configuration.shadowRadius = 2;
+        screen.configuration.shadowX = 30;
+        screen.configuration.shadowY = 20;
+        const QImage image = f.render(0, size);
+        test::keep(image, "shadow-offset-" + std::to_string(size.width()));
+        const QRectF r = SourceFrameGeometry::screenFrameRect(QSizeF(size), QSizeF(1920, 1080), 0.5, 0, 0);
+        const int midY = int(r.center().y());
+        const int midX = int(r.center().x());
+        // First light pixel to the right of the frame, and below it.
+        int right = int(std::ceil(r.right()));
+        while (right < size.width() && image.pixelColor(right, midY).lightness() < 128) ++right;
+        int bottom = int(std::ceil(r.bottom()));
+        while (bottom < size.height() && image.pixelColor(midX, bottom).lightness() < 128) ++bottom;
+        EXPECT_NEAR(right - r.right(), 30, 1.5) << size.width() << " wide";
+        EXPECT_NEAR(bottom - r.bottom(), 20, 1.5) << size.width() << " wide";
+        // And it is a shadow, not the frame: dark, beyond the frame's green.
+        EXPECT_PIXEL(image, int(r.right()) + 15, midY, QColor(0, 0, 0), 8);
+        EXPECT_PIXEL(image, int(r.right()) - 3, midY, frameColour, 2);
+        // Left of the frame, where the shifted shadow does not reach: white.
+        EXPECT_PIXEL(image, int(r.left()) - 5, midY, QColor(255, 255, 255), 4);
+    }
 }
 
 }  // namespace

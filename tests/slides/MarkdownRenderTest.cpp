@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 
+#include "composition/PixelFont.h"
 #include "slides/MarkdownContentView.h"
 #include "slides/MarkdownRenderer.h"
 #include "slides/MarkdownTextView.h"
@@ -30,12 +31,12 @@ QRect extent(const QImage& image, QColor colour, int tolerance = 60) {
 }
 
 QImage renderColumn(const QString& markdown, const MarkdownStyle& style, TextAlignment alignment, bool stage,
-                    double* height = nullptr) {
-    QImage image(960, 540, QImage::Format_ARGB32_Premultiplied);
+                    double* height = nullptr, QSize size = QSize(960, 540)) {
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::black);
     QPainter p(&image);
     const auto elements = stage ? MarkdownContentView::parseMarkdown(markdown) : MarkdownTextView::parseMarkdown(markdown);
-    const double h = MarkdownRenderer::render(&p, &image, QRectF(0, 0, 960, 540), elements, style,
+    const double h = MarkdownRenderer::render(&p, &image, QRectF(QPointF(0, 0), QSizeF(size)), elements, style,
                                               {Qt::white, kAccent}, alignment,
                                               stage ? &MarkdownContentView::processInlineMarkdown
                                                     : &MarkdownTextView::processInlineMarkdown);
@@ -72,6 +73,70 @@ TEST(MarkdownRender, BulletMarkerInAccentBeforeTheText) {
         ASSERT_FALSE(marker.isNull());
         EXPECT_LT(marker.right(), text.left()) << toString(a);
     }
+}
+
+// A text drawn on its own in a font, measured the same way as a column.
+QRect referenceExtent(const QString& text, double size, QFont::Weight weight, QColor colour) {
+    QImage image(400, 200, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    {
+        QPainter p(&image);
+        p.setFont(PixelFont::system(size, weight, &image));
+        p.setPen(colour);
+        p.drawText(QPointF(50, 120), text);
+    }
+    return extent(image, colour);
+}
+
+TEST(MarkdownRender, TwelveDotShowsAsABulletMarkerAndTheTextAlone) {
+    const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);
+    const QImage numbered = renderColumn("12. x", st, TextAlignment::leading, true);
+    const QRect marker = extent(numbered, kAccent);
+    const QRect text = extent(numbered, Qt::white);
+    ASSERT_FALSE(marker.isNull());
+    ASSERT_FALSE(text.isNull());
+    // The accent mark is the bullet "•" at 24 f, bold: its size, not that
+    // of the number.
+    const QRect bullet = referenceExtent(QStringLiteral("\u2022"), st.font(st.bulletMarker), QFont::Bold, kAccent);
+    const QRect twelve = referenceExtent(QStringLiteral("12."), st.font(st.bulletMarker), QFont::Bold, kAccent);
+    ASSERT_FALSE(bullet.isNull());
+    EXPECT_NEAR(marker.width(), bullet.width(), 1);
+    EXPECT_NEAR(marker.height(), bullet.height(), 1);
+    EXPECT_GT(twelve.width(), bullet.width() + 5);  // the number would have shown wider
+    // The white text is "x" in the 20 f text font, with no "12." before it.
+    const QRect x = referenceExtent(QStringLiteral("x"), st.font(st.bulletText), QFont::Normal, Qt::white);
+    const QRect withNumber = referenceExtent(QStringLiteral("12. x"), st.font(st.bulletText), QFont::Normal, Qt::white);
+    EXPECT_NEAR(text.width(), x.width(), 1);
+    EXPECT_NEAR(text.height(), x.height(), 1);
+    EXPECT_GT(withNumber.width(), x.width() + 10);
+    EXPECT_LT(marker.right(), text.left());
+    // Exactly what the bullet item "- x" shows.
+    const QImage bulleted = renderColumn("- x", st, TextAlignment::leading, true);
+    EXPECT_EQ(extent(bulleted, kAccent), marker);
+    EXPECT_EQ(extent(bulleted, Qt::white), text);
+}
+
+TEST(MarkdownRender, HeadingNeverSmallerOnSmallCanvases) {
+    // Below 960 by 540 the font factor stays at 0.8: an h1 is 38.4 points.
+    for (QSize size : {QSize(960, 540), QSize(480, 270), QSize(192, 108)}) {
+        const MarkdownStyle st = MarkdownStyle::stage(QSizeF(size), 1);
+        EXPECT_NEAR(st.font(st.h1), 38.4, 1e-12) << size.width();
+    }
+    const QRect large = extent(renderColumn("# HH", MarkdownStyle::stage(QSizeF(960, 540), 1),
+                                            TextAlignment::leading, true),
+                               kAccent);
+    const QRect small = extent(renderColumn("# HH", MarkdownStyle::stage(QSizeF(480, 270), 1),
+                                            TextAlignment::leading, true, nullptr, QSize(480, 270)),
+                               kAccent);
+    ASSERT_FALSE(small.isNull());
+    EXPECT_EQ(small.height(), large.height());
+    EXPECT_EQ(small.width(), large.width());
+    EXPECT_NEAR(small.height(), 38.4 * 0.72, 5);
+    // Larger canvases do grow it: 1920 by 1080 gives 48.
+    const QRect full = extent(renderColumn("# HH", MarkdownStyle::stage(QSizeF(1920, 1080), 1),
+                                           TextAlignment::leading, true, nullptr, QSize(1920, 1080)),
+                              kAccent);
+    EXPECT_NEAR(double(full.height()) / large.height(), 48 / 38.4, 0.08);
 }
 
 TEST(MarkdownRender, TextScaleAndTheStageFloor) {

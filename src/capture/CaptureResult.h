@@ -10,12 +10,20 @@ namespace orvane {
 
 // A value or the text of what went wrong. Capture failures are values that
 // end up in an errorMessage or a log line, never exceptions.
+//
+// A failure can be a refusal: the display server, or the user through it,
+// declined to let us capture at all (a desktop portal that answers "no").
+// The selection sheets then ask for permission rather than show the reason.
+// X11 never declines; every X11 failure is a plain one.
 template <typename T>
 class CaptureResult {
 public:
     CaptureResult(T value) : state_(std::in_place_index<0>, std::move(value)) {}
     static CaptureResult failure(QString message) {
-        return CaptureResult(std::in_place_index<1>, std::move(message));
+        return CaptureResult(std::in_place_index<1>, Failure{std::move(message), false});
+    }
+    static CaptureResult declined(QString message) {
+        return CaptureResult(std::in_place_index<1>, Failure{std::move(message), true});
     }
 
     bool ok() const { return state_.index() == 0; }
@@ -23,13 +31,20 @@ public:
     T& value() { return std::get<0>(state_); }
     const T& value() const { return std::get<0>(state_); }
     T takeValue() { return std::move(std::get<0>(state_)); }
-    QString error() const { return ok() ? QString() : std::get<1>(state_); }
+    QString error() const { return ok() ? QString() : std::get<1>(state_).message; }
+    // A failure because capture was refused, not because something broke.
+    bool wasDeclined() const { return !ok() && std::get<1>(state_).declined; }
 
 private:
+    struct Failure {
+        QString message;
+        bool declined = false;
+    };
+
     template <std::size_t I, typename A>
     CaptureResult(std::in_place_index_t<I> tag, A&& arg) : state_(tag, std::forward<A>(arg)) {}
 
-    std::variant<T, QString> state_;
+    std::variant<T, Failure> state_;
 };
 
 }  // namespace orvane

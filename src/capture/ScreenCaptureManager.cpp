@@ -21,6 +21,7 @@ ScreenCaptureManager::~ScreenCaptureManager() {
 void ScreenCaptureManager::fetchAvailableDisplays() {
     setLoading(true);
     setErrorMessage(QString());
+    setNeedsPermission(false);
     CaptureBackend* backend = &backend_;
     std::erase_if(running_, [](const QFuture<Listing>& fetch) { return fetch.isFinished(); });
     running_.push_back(QtConcurrent::run([backend] { return backend->displays(); }));
@@ -28,7 +29,12 @@ void ScreenCaptureManager::fetchAvailableDisplays() {
 }
 
 void ScreenCaptureManager::publish(const Listing& listed) {
-    if (!listed) {
+    if (listed.wasDeclined()) {
+        setNeedsPermission(true);
+        setErrorMessage(QStringLiteral(
+            "Screen recording permission is required. Please grant permission and restart the app."));
+        logLine("❌ " + errorMessage_.toStdString() + " (" + listed.error().toStdString() + ")");
+    } else if (!listed) {
         setErrorMessage(QStringLiteral("Error loading displays: ") + listed.error());
         logLine("❌ " + errorMessage_.toStdString());
     } else {
@@ -47,6 +53,12 @@ void ScreenCaptureManager::setLoading(bool loading) {
     if (isLoading_ == loading) return;
     isLoading_ = loading;
     emit isLoadingChanged();
+}
+
+void ScreenCaptureManager::setNeedsPermission(bool needed) {
+    if (needsPermission_ == needed) return;
+    needsPermission_ = needed;
+    emit needsPermissionChanged();
 }
 
 void ScreenCaptureManager::setErrorMessage(const QString& message) {

@@ -38,8 +38,9 @@ public:
     QList<CaptureDisplay> availableDisplays() const { return availableDisplays_; }
     bool isLoading() const { return isLoading_; }
     QString errorMessage() const { return errorMessage_; }
-    // X11 never declines a listing, so this stays false there; a portal
-    // backend that is refused sets it.
+    // True after a listing the backend declined (CaptureResult::declined);
+    // errorMessage then asks for permission. X11 never declines, so this
+    // stays false there. Every fetch starts by clearing it.
     bool needsPermission() const { return needsPermission_; }
 
 signals:
@@ -53,6 +54,7 @@ private:
     void publish(const Listing& listed);
     void setLoading(bool loading);
     void setErrorMessage(const QString& message);
+    void setNeedsPermission(bool needed);
 
     CaptureBackend& backend_;
     QList<CaptureDisplay> availableDisplays_;

@@ -22,6 +22,7 @@ WindowCaptureManager::~WindowCaptureManager() {
 void WindowCaptureManager::fetchAvailableWindows() {
     setLoading(true);
     setErrorMessage(QString());
+    setNeedsPermission(false);
     CaptureBackend* backend = &backend_;
     std::erase_if(running_, [](const QFuture<Listing>& fetch) { return fetch.isFinished(); });
     running_.push_back(QtConcurrent::run([backend] { return backend->windows(); }));
@@ -29,7 +30,12 @@ void WindowCaptureManager::fetchAvailableWindows() {
 }
 
 void WindowCaptureManager::publish(const Listing& listed) {
-    if (!listed) {
+    if (listed.wasDeclined()) {
+        setNeedsPermission(true);
+        setErrorMessage(QStringLiteral(
+            "Screen recording permission is required. Please grant permission and restart the app."));
+        logLine("❌ " + errorMessage_.toStdString() + " (" + listed.error().toStdString() + ")");
+    } else if (!listed) {
         setErrorMessage(QStringLiteral("Error loading windows: ") + listed.error());
         logLine("❌ " + errorMessage_.toStdString());
     } else {
@@ -52,6 +58,12 @@ void WindowCaptureManager::setLoading(bool loading) {
     if (isLoading_ == loading) return;
     isLoading_ = loading;
     emit isLoadingChanged();
+}
+
+void WindowCaptureManager::setNeedsPermission(bool needed) {
+    if (needsPermission_ == needed) return;
+    needsPermission_ = needed;
+    emit needsPermissionChanged();
 }
 
 void WindowCaptureManager::setErrorMessage(const QString& message) {

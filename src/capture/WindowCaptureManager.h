@@ -41,6 +41,8 @@ public:
     QList<CaptureWindow> availableWindows() const { return availableWindows_; }
     bool isLoading() const { return isLoading_; }
     QString errorMessage() const { return errorMessage_; }
+    // As in ScreenCaptureManager: set by a declined listing, cleared by
+    // every fetch.
     bool needsPermission() const { return needsPermission_; }
 
 signals:
@@ -54,6 +56,7 @@ private:
     void publish(const Listing& listed);
     void setLoading(bool loading);
     void setErrorMessage(const QString& message);
+    void setNeedsPermission(bool needed);
 
     CaptureBackend& backend_;
     QList<CaptureWindow> availableWindows_;

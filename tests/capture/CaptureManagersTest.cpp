@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+
 #include "support/FakeCaptureBackend.h"
 #include "support/ManagerFetch.h"
 #include "support/QStringPrinter.h"
@@ -43,6 +45,52 @@ TEST(ScreenCaptureManager, LaterFetchClearsAnEarlierError) {
     EXPECT_TRUE(manager.errorMessage().isNull());
     ASSERT_EQ(manager.availableDisplays().size(), 1);
     EXPECT_EQ(manager.availableDisplays()[0].displayName(), "Main Display");
+}
+
+TEST(ScreenCaptureManager, ADeclinedListingAsksForPermission) {
+    test::FakeCaptureBackend backend;
+    backend.displayList = {{71, 960, 1080, "Main Display", QRect(0, 0, 960, 1080)}};
+    ScreenCaptureManager manager(backend);
+    ASSERT_TRUE(test::fetchAndWait(manager));
+    ASSERT_EQ(manager.availableDisplays().size(), 1);
+
+    backend.listingError = "The portal request was cancelled";
+    backend.listingDeclined = true;
+    QSignalSpy permission(&manager, &ScreenCaptureManager::needsPermissionChanged);
+    ASSERT_TRUE(test::fetchAndWait(manager));
+    EXPECT_TRUE(manager.needsPermission());
+    EXPECT_EQ(permission.count(), 1);
+    EXPECT_EQ(manager.errorMessage(),
+              "Screen recording permission is required. Please grant permission and restart the app.");
+    EXPECT_EQ(manager.availableDisplays().size(), 1);  // the list keeps what it had
+
+    // Any other failure shows its reason and does not ask for permission.
+    backend.listingDeclined = false;
+    backend.listingError = "Cannot connect to the X server";
+    manager.fetchAvailableDisplays();
+    EXPECT_FALSE(manager.needsPermission());  // cleared as the fetch starts
+    ASSERT_TRUE(test::waitUntil([&] { return !manager.isLoading(); }));
+    EXPECT_FALSE(manager.needsPermission());
+    EXPECT_EQ(manager.errorMessage(), "Error loading displays: Cannot connect to the X server");
+}
+
+TEST(WindowCaptureManager, ADeclinedListingAsksForPermissionUntilAFetchSucceeds) {
+    test::FakeCaptureBackend backend;
+    backend.listingError = "Screen sharing was not allowed";
+    backend.listingDeclined = true;
+    WindowCaptureManager manager(backend);
+    ASSERT_TRUE(test::fetchAndWait(manager));
+    EXPECT_TRUE(manager.needsPermission());
+    EXPECT_EQ(manager.errorMessage(),
+              "Screen recording permission is required. Please grant permission and restart the app.");
+
+    backend.listingError.clear();
+    backend.listingDeclined = false;
+    backend.windowList = {{3, "A", QString("Alpha"), 0, QRect(0, 0, 10, 10)}};
+    ASSERT_TRUE(test::fetchAndWait(manager));
+    EXPECT_FALSE(manager.needsPermission());
+    EXPECT_TRUE(manager.errorMessage().isNull());
+    EXPECT_EQ(manager.availableWindows().size(), 1);
 }
 
 TEST(ScreenCaptureManager, GoingAwayWhileListingIsSafe) {

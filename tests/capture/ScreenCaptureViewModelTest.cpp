@@ -89,13 +89,40 @@ TEST_F(ScreenCaptureViewModelTest, ListingAndOpeningFailuresBecomeMessages) {
     EXPECT_FALSE(model.isCapturing());
 }
 
-TEST_F(ScreenCaptureViewModelTest, StopWithoutAStreamStillClears) {
+TEST_F(ScreenCaptureViewModelTest, StopOnAnIdleModelChangesNothing) {
     ScreenCaptureViewModel model(backend, hub);
     QSignalSpy capturing(&model, &ScreenCaptureViewModel::isCapturingChanged);
     model.stopCapture();
     EXPECT_FALSE(model.isCapturing());
     EXPECT_TRUE(model.capturedImage().isNull());
     EXPECT_EQ(capturing.count(), 0);
+}
+
+TEST_F(ScreenCaptureViewModelTest, StopWhileStartingClearsAndNothingArrivesLater) {
+    ScreenCaptureViewModel model(backend, hub);
+    backend.openDelayMs = 300;
+    model.startCapture(screen(71), CaptureQuality::forOrdinal(2));
+    ASSERT_TRUE(model.isCapturing());
+    ASSERT_TRUE(model.capturedImage().isNull());  // still opening on its thread
+    ASSERT_EQ(hub.runningCount(), 1);
+
+    QSignalSpy images(&model, &ScreenCaptureViewModel::capturedImageChanged);
+    QSignalSpy errors(&model, &ScreenCaptureViewModel::errorMessageChanged);
+    model.stopCapture();
+    EXPECT_FALSE(model.isCapturing());
+    EXPECT_TRUE(model.capturedImage().isNull());
+    EXPECT_EQ(hub.runningCount(), 0);
+
+    // Well past the open delay and many frame intervals at 30 a second:
+    // the stream that finished opening after the stop never shows.
+    test::waitUntil([] { return false; }, 800);
+    EXPECT_EQ(images.count(), 0);
+    EXPECT_EQ(errors.count(), 0);
+    EXPECT_TRUE(model.capturedImage().isNull());
+    EXPECT_FALSE(model.isCapturing());
+    EXPECT_TRUE(model.errorMessage().isNull());
+    EXPECT_EQ(backend.openStreamCount(), 0);
+    EXPECT_TRUE(model.capture() == nullptr);
 }
 
 TEST_F(ScreenCaptureViewModelTest, ViewsOfOneTargetShareOneStream) {

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include "capture/CaptureHub.h"
 #include "capture/LavfiCameraBackend.h"
 #include "capture/SourceCaptures.h"
 #include "support/FakeCaptureBackend.h"
 #include "support/QStringPrinter.h"
 #include "support/QtTestEnvironment.h"
+#include "support/X11TestClient.h"
 
 namespace orvane {
 namespace {
@@ -98,6 +101,52 @@ TEST_F(SourceCapturesTest, AChangedTargetRestartsTheSourcesCapture) {
     EXPECT_EQ(pictureWhenReady(captures, screen).state, SourcePicture::State::frame);
     EXPECT_EQ(screens.opened(), 2);
     EXPECT_EQ(screens.openStreamCount(), 1);
+}
+
+// Two lavfi cameras of solid colours, counting what is opened.
+class CountingCameras : public CameraBackend {
+public:
+    std::vector<CameraDevice> cameras() override { return patterns_.cameras(); }
+    CaptureResult<std::unique_ptr<CaptureStream>> openCamera(const QString& id) override {
+        ++opened;
+        return patterns_.openCamera(id);
+    }
+    std::atomic<int> opened{0};
+
+private:
+    LavfiCameraBackend patterns_{{{{"lavfi:red", "Red"}, "color=c=red:size=320x240:rate=25"},
+                                  {{"lavfi:blue", "Blue"}, "color=c=blue:size=320x240:rate=25"}}};
+};
+
+TEST_F(SourceCapturesTest, ChoosingAnotherCameraRebuildsTheSourcesCapture) {
+    CountingCameras counting;
+    SourceCaptures captures(screens, counting, hub, CaptureQuality::forOrdinal(0));
+    Source camera = make(SourceType::camera);
+    camera.configuration.cameraDeviceId = "lavfi:red";
+    const QRect whole(0, 0, 320, 240);
+    ASSERT_TRUE(test::waitUntil([&] {
+        const QImage image = captures.latestPicture(camera).image;
+        return !image.isNull() && test::pixelsUnlike(image, whole, Qt::red, 6) == 0;
+    }));
+    EXPECT_EQ(counting.opened, 1);
+    EXPECT_EQ(hub.runningCount(), 1);
+    ASSERT_TRUE(hub.find("camera:lavfi:red"));
+
+    // The same source, now pointed at the other camera.
+    camera.configuration.cameraDeviceId = "lavfi:blue";
+    ASSERT_TRUE(test::waitUntil([&] {
+        const QImage image = captures.latestPicture(camera).image;
+        return !image.isNull() && test::pixelsUnlike(image, whole, Qt::blue, 6) == 0;
+    }));
+    EXPECT_EQ(counting.opened, 2);
+    EXPECT_EQ(hub.runningCount(), 1);  // the red camera's capture is gone
+    EXPECT_FALSE(hub.find("camera:lavfi:red"));
+    EXPECT_TRUE(hub.find("camera:lavfi:blue"));
+    EXPECT_EQ(captures.activeCount(), 1);
+
+    // Asking again with the same choice keeps the running capture.
+    captures.latestPicture(camera);
+    EXPECT_EQ(counting.opened, 2);
 }
 
 }  // namespace

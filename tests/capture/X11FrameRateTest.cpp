@@ -49,9 +49,10 @@ TEST_P(X11FrameRateTest, DisplayFramesArriveAtTheQualityRate) {
 }
 
 // The whole 1920x1080 screen is one display here: the quality rows scale
-// it down (or, at 1080 lines, pass it through untouched).
+// it down, at 1080 lines pass it through untouched, and at the top row
+// scale it up to 2560x1440 at sixty frames a second.
 
-INSTANTIATE_TEST_SUITE_P(Qualities, X11FrameRateTest, ::testing::Values(0, 1, 2));
+INSTANTIATE_TEST_SUITE_P(Qualities, X11FrameRateTest, ::testing::Values(0, 1, 2, 3));
 
 TEST(X11FrameRate, WindowAtTheTopQualityRunsAtSixtyInItsOwnSize) {
     auto window = test::colourWindow(Qt::cyan, QRect(100, 100, 640, 360), "Rate Window", true);

@@ -167,6 +167,36 @@ TEST(X11Lists, ThumbnailsOfADisplayAndAWindow) {
     EXPECT_FALSE(screens.getDisplayThumbnail(12345).has_value());
 }
 
+TEST(X11Lists, DisplayWiderThan1920GetsAThumbnail1920Wide) {
+    // A server of its own with one monitor of 2560 by 1440, left half red
+    // and right half blue.
+    test::TestDisplayServer wide;
+    const QString failure = wide.start(false, false, QSize(2560, 1440));
+    ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+    test::X11TestClient client(wide.displayName());
+    client.createWindow({"Red Half", {}, std::nullopt, false, QRect(0, 0, 1280, 1440), Qt::red});
+    client.createWindow({"Blue Half", {}, std::nullopt, false, QRect(1280, 0, 1280, 1440), Qt::blue});
+    ASSERT_TRUE(test::waitUntil([&] {
+        return test::pixelsUnlike(client.screenPixels(QRect(2400, 1300, 100, 100)), QRect(0, 0, 100, 100), Qt::blue) == 0;
+    }));
+
+    X11CaptureBackend backend(wide.displayName());
+    ScreenCaptureManager screens(backend);
+    ASSERT_TRUE(test::fetchAndWait(screens));
+    ASSERT_EQ(screens.availableDisplays().size(), 1);
+    const CaptureDisplay monitor = screens.availableDisplays()[0];
+    EXPECT_EQ(monitor.width, 2560);
+    EXPECT_EQ(monitor.height, 1440);
+
+    const auto shot = screens.getDisplayThumbnail(monitor.id);
+    ASSERT_TRUE(shot.has_value());
+    EXPECT_EQ(shot->size(), QSize(1920, 1080));  // 16:9 like the monitor
+    // The whole monitor scaled down, not its first 1920 columns: the colour
+    // boundary moves from x 1280 to x 960.
+    EXPECT_EQ(test::pixelsUnlike(*shot, QRect(20, 20, 900, 1040), Qt::red, 12), 0);
+    EXPECT_EQ(test::pixelsUnlike(*shot, QRect(1000, 20, 900, 1040), Qt::blue, 12), 0);
+}
+
 TEST(X11Lists, BringingAWindowToFrontActivatesIt) {
     auto lower = test::colourWindow(Qt::red, QRect(100, 100, 300, 200), "Lower Window", true);
     auto upper = test::colourWindow(Qt::blue, QRect(150, 150, 300, 200), "Upper Window", true);

@@ -29,12 +29,16 @@ private:
 }  // namespace
 
 CaptureResult<std::vector<CaptureDisplay>> FakeCaptureBackend::displays() {
-    if (!listingError.isEmpty()) return CaptureResult<std::vector<CaptureDisplay>>::failure(listingError);
+    if (!listingError.isEmpty())
+        return listingDeclined ? CaptureResult<std::vector<CaptureDisplay>>::declined(listingError)
+                               : CaptureResult<std::vector<CaptureDisplay>>::failure(listingError);
     return displayList;
 }
 
 CaptureResult<std::vector<ShareableWindow>> FakeCaptureBackend::windows() {
-    if (!listingError.isEmpty()) return CaptureResult<std::vector<ShareableWindow>>::failure(listingError);
+    if (!listingError.isEmpty())
+        return listingDeclined ? CaptureResult<std::vector<ShareableWindow>>::declined(listingError)
+                               : CaptureResult<std::vector<ShareableWindow>>::failure(listingError);
     return windowList;
 }
 

@@ -15,6 +15,7 @@ public:
     std::vector<CaptureDisplay> displayList;
     std::vector<ShareableWindow> windowList;
     QString listingError;  // when set, every listing fails with it
+    bool listingDeclined = false;  // that failure is a refusal to capture at all
     QString openError;     // when set, opening a stream fails with it
     QColor colour = Qt::green;
     int openDelayMs = 0;   // how long opening a stream takes, on the capture thread

@@ -74,7 +74,7 @@ bool windowManagerManages(const QByteArray& display, std::chrono::steady_clock::
 
 }  // namespace
 
-QString TestDisplayServer::start(bool withWindowManager, bool splitMonitors) {
+QString TestDisplayServer::start(bool withWindowManager, bool splitMonitors, QSize screenSize) {
     runtime_ = std::make_unique<QTemporaryDir>(QStringLiteral("/tmp/orvane-capture-XXXXXX"));
     if (!runtime_->isValid()) return QStringLiteral("no temporary directory");
     const std::string dir = runtime_->path().toStdString();
@@ -83,7 +83,9 @@ QString TestDisplayServer::start(bool withWindowManager, bool splitMonitors) {
     if (::pipe2(fds, O_CLOEXEC) != 0) return QStringLiteral("pipe failed");
     // -displayfd: the server picks a free display number and writes it
     // here once it accepts connections, so parallel tests never collide.
-    const bool started = xvfb_.start({"Xvfb", "-displayfd", std::to_string(fds[1]), "-screen", "0", "1920x1080x24",
+    const std::string geometry =
+        std::to_string(screenSize.width()) + "x" + std::to_string(screenSize.height()) + "x24";
+    const bool started = xvfb_.start({"Xvfb", "-displayfd", std::to_string(fds[1]), "-screen", "0", geometry,
                                       "-noreset", "-nolisten", "tcp"},
                                      {{"XDG_RUNTIME_DIR", dir}}, fds[1], dir + "/xvfb.log");
     ::close(fds[1]);

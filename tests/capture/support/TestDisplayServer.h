@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSize>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -10,16 +11,17 @@
 
 namespace orvane::test {
 
-// A private X server (Xvfb, 1920x1080x24, on a display number it picks
-// itself) with openbox managing it, split into two RandR monitors: "Left"
-// (0,0 960x1080, on the one output, primary) and "Right" (960,0 960x1080).
+// A private X server (Xvfb, 1920x1080x24 unless told otherwise, on a
+// display number it picks itself) with openbox managing it, split into two
+// RandR monitors: "Left" (0,0 960x1080, on the one output, primary) and
+// "Right" (960,0 960x1080). Unsplit, the screen is one monitor.
 class TestDisplayServer {
 public:
     TestDisplayServer() = default;
     ~TestDisplayServer() { stop(); }
 
     // Empty on success, else what went wrong.
-    QString start(bool withWindowManager = true, bool splitMonitors = true);
+    QString start(bool withWindowManager = true, bool splitMonitors = true, QSize screenSize = QSize(1920, 1080));
     void stop();
 
     QByteArray displayName() const { return displayName_; }

@@ -24,7 +24,7 @@ xcb_atom_t X11TestClient::atom(const char* name) {
 
 xcb_window_t X11TestClient::createWindow(const RawWindow& spec) {
     const xcb_window_t window = xcb_generate_id(connection_);
-    const uint32_t values[] = {screen_->white_pixel};
+    const uint32_t values[] = {static_cast<uint32_t>(spec.background.rgb() & 0xffffffu)};
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root,
                       static_cast<int16_t>(spec.geometry.x()), static_cast<int16_t>(spec.geometry.y()),
                       static_cast<uint16_t>(spec.geometry.width()), static_cast<uint16_t>(spec.geometry.height()), 0,

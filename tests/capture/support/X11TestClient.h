@@ -28,6 +28,7 @@ public:
         std::optional<std::uint32_t> pid;     // _NET_WM_PID
         bool dock = false;                    // _NET_WM_WINDOW_TYPE_DOCK
         QRect geometry{100, 100, 200, 150};
+        QColor background = Qt::white;        // on a 24-bit true-colour screen
     };
     // Creates and maps the window; openbox then manages it.
     xcb_window_t createWindow(const RawWindow& spec);

@@ -22,7 +22,67 @@ QString decode(const QImage& image, const QTemporaryDir& dir, const QString& nam
     return QString::fromUtf8(zbar.readAllStandardOutput()).trimmed();
 }
 
+// The code's side in modules, without the quiet zone.
+int moduleCount(const QImage& image) { return image.width() / kQrPixelsPerModule - 2 * kQrQuietZoneModules; }
+
+bool darkModule(const QImage& image, int column, int row) {
+    const int centre = kQrPixelsPerModule / 2;
+    return qGray(image.pixel((column + kQrQuietZoneModules) * kQrPixelsPerModule + centre,
+                             (row + kQrQuietZoneModules) * kQrPixelsPerModule + centre)) < 128;
+}
+
+// The error correction level written in the format information, read from
+// both of its copies: the two leading bits, unmasked with 1 0, give
+// L 01, M 00, Q 11, H 10. Empty when the copies disagree.
+QString correctionLevel(const QImage& image) {
+    const int side = moduleCount(image);
+    // Leading bit first: row 8 at columns 0 and 1; column 8 at rows side-1 and side-2.
+    const bool first = darkModule(image, 0, 8), second = darkModule(image, 1, 8);
+    if (first != darkModule(image, 8, side - 1) || second != darkModule(image, 8, side - 2)) return {};
+    const int bits = ((first ? 1 : 0) ^ 1) << 1 | (second ? 1 : 0);
+    return QStringLiteral("MLHQ").mid(bits, 1);
+}
+
+QImage codeFor(const QString& text) {
+    testing::internal::CaptureStdout();
+    QImage image = generateQRCode(text);
+    testing::internal::GetCapturedStdout();
+    return image;
+}
+
 }  // namespace
+
+TEST(QrCode, ByteModeAtLevelLInTheSmallestVersionThatHolds) {
+    test::ensureApp();
+    // 27 bytes: version 2 holds up to 32 bytes at level L but only 26 at M.
+    const QString url = QStringLiteral("http://192.168.100.200:8999");
+    ASSERT_EQ(url.toUtf8().size(), 27);
+    const QImage code = codeFor(url);
+    ASSERT_FALSE(code.isNull());
+    EXPECT_EQ(moduleCount(code), 25);
+    EXPECT_EQ(correctionLevel(code), QStringLiteral("L"));
+
+    // The edge of version 2 at level L: 32 bytes fit, 33 need version 3.
+    const QString full = QStringLiteral("http://192.168.100.200:8999/abcd");
+    ASSERT_EQ(full.toUtf8().size(), 32);
+    EXPECT_EQ(moduleCount(codeFor(full)), 25);
+    EXPECT_EQ(moduleCount(codeFor(full + QLatin1Char('e'))), 29);
+
+    // 20 characters that alphanumeric mode would fit in version 1 (up to 25
+    // at L); as bytes they need version 2 (version 1 holds 17).
+    const QString upper = QStringLiteral("HTTP://10.0.0.1:8999");
+    ASSERT_EQ(upper.size(), 20);
+    const QImage bytes = codeFor(upper);
+    EXPECT_EQ(moduleCount(bytes), 25);
+    EXPECT_EQ(correctionLevel(bytes), QStringLiteral("L"));
+    // And a short one stays in version 1.
+    EXPECT_EQ(moduleCount(codeFor(QStringLiteral("http://a:1"))), 21);
+
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    EXPECT_EQ(decode(code, dir, QStringLiteral("v2.png")), url);
+    EXPECT_EQ(decode(bytes, dir, QStringLiteral("bytes.png")), upper);
+}
 
 TEST(QrCode, DecodesToTheExactAccessUrl) {
     test::ensureApp();

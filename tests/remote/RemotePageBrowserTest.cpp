@@ -110,6 +110,56 @@ TEST_F(RemotePageBrowser, DrivesTheSession) {
     EXPECT_PAGE(kStatusLine, QStringLiteral("status connected | ✅ Connected to OrvaneUI"));
 }
 
+TEST_F(RemotePageBrowser, MoreThanNineScenesNumberOnButDigitsReachNine) {
+    std::vector<std::string> names;
+    QJsonArray numbers;
+    for (int i = 1; i <= 11; ++i) {
+        names.push_back("Scene " + std::to_string(i));
+        numbers.append(QString::number(i));
+    }
+    session->loadPreset(names, 0);
+    EXPECT_PAGE(QStringLiteral("document.querySelectorAll('.scene-button').length"), 11);
+    EXPECT_PAGE(QStringLiteral("Array.from(document.querySelectorAll('.scene-button .number')).map(n => n.textContent)"),
+                numbers);
+    EXPECT_PAGE(QStringLiteral("document.querySelectorAll('.scene-button')[10].textContent"),
+                QStringLiteral("11Scene 11"));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{0});
+
+    // "9" is the ninth scene.
+    ASSERT_TRUE(driver->key(QStringLiteral("9")));
+    EXPECT_TRUE(waitUntil([&] { return session->activeIndex() == 8; }));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{8});
+
+    // "0" is no scene: not the tenth, and not a switch at all.
+    const int before = session->actionsApplied();
+    ASSERT_TRUE(driver->key(QStringLiteral("0")));
+    spinFor(500);
+    EXPECT_EQ(session->actionsApplied(), before);
+    EXPECT_EQ(session->activeIndex(), 8);
+    EXPECT_EQ(driver->evaluate(kActiveButtons), QJsonArray{8});
+
+    // The tenth and eleventh scenes are a tap away.
+    ASSERT_TRUE(driver->click(QStringLiteral(".scene-button"), 10));
+    EXPECT_TRUE(waitUntil([&] { return session->activeIndex() == 10; }));
+    EXPECT_PAGE(kActiveButtons, QJsonArray{10});
+}
+
+TEST_F(RemotePageBrowser, NoActiveSceneMarksNoButton) {
+    EXPECT_PAGE(kActiveButtons, QJsonArray{0});
+    session->setActiveIndex(std::nullopt);
+    EXPECT_PAGE(kActiveButtons, QJsonArray{});
+    EXPECT_PAGE(kButtonTexts, strings({"1Intro", "2Talk", "3Outro"}));
+    EXPECT_PAGE(kStatusLine, QStringLiteral("status connected | ✅ Connected to OrvaneUI"));
+
+    // A fresh page on a session without an active scene starts unmarked too.
+    session->loadPreset({"Alpha", "Beta"}, std::nullopt);
+    ASSERT_TRUE(driver->navigate(QStringLiteral("http://127.0.0.1:%1/").arg(port))) << driver->lastError().toStdString();
+    EXPECT_PAGE(kButtonTexts, strings({"1Alpha", "2Beta"}));
+    EXPECT_EQ(driver->evaluate(kActiveButtons), QJsonArray{});
+    spinFor(2500);  // past one refresh
+    EXPECT_EQ(driver->evaluate(kActiveButtons), QJsonArray{});
+}
+
 TEST_F(RemotePageBrowser, SceneNamesAreTextNotMarkup) {
     session->loadPreset({"<img src=x onerror=alert(1)>", "<b>Bold</b> & \"quoted\""});
     EXPECT_PAGE(kButtonTexts, strings({"1<img src=x onerror=alert(1)>", "2<b>Bold</b> & \"quoted\""}));

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -382,6 +383,35 @@ TEST(DocumentRecords, GradientPresetTable) {
     EXPECT_FALSE(rows[3].matches({{0.4, 0.15, 0.5, 1}, {0.8, 0.3, 0.4, 1}}));
 }
 
+// The picker's "at most 0.01 apart" is a comparison of doubles, and 0.01
+// itself is not a binary fraction: it stands for the double nearest to it,
+// 0x1.47ae147ae147bp-7. Pairs that are 0.01 apart in decimal, such as 0.5 and
+// 0.51, are not that far apart once rounded (0.51 - 0.5 computes to
+// 0.0100000000000000089), so they say nothing about the boundary. The pairs
+// below differ by exactly that double: 0 and 0.01 trivially, and 2^-8 and
+// 2^-8 + 0.01, whose sum needs no rounding (both lie below 2^-6, where a
+// double still carries every bit of 0.01) and whose difference computes back
+// to 0.01 exactly. A boundary pair matches; the next double beyond does not.
+TEST(DocumentRecords, GradientRowMatchesAtExactlyOneHundredthApart) {
+    constexpr double hundredth = 0.01;
+    constexpr double low = 0.00390625;  // 2^-8
+    const double high = low + hundredth;
+    ASSERT_EQ(high, 0.01390625);        // the sum is exact ...
+    ASSERT_EQ(high - low, hundredth);   // ... and so is the difference
+    const GradientPreset row{Uuid::generate(), "Edge", {{0, low, 0.5, 1}, {1, 1, 1, 1}}, GradientDirection::radial};
+
+    EXPECT_TRUE(row.matches({{hundredth, low, 0.5, 1}, {1, 1, 1, 1}}));        // red 0.01 above
+    EXPECT_TRUE(row.matches({{0, high, 0.5, 1}, {1, 1, 1, 1}}));               // green 0.01 above
+    EXPECT_TRUE(row.matches({{hundredth, high, 0.5, 1}, {1, 1, 1, 1}}));       // both at once
+    const GradientPreset above{Uuid::generate(), "Edge", {{hundredth, high, 0.5, 1}}, GradientDirection::radial};
+    EXPECT_TRUE(above.matches({{0, low, 0.5, 1}}));                            // and 0.01 below
+
+    const double beyond = std::nextafter(hundredth, 1.0);
+    EXPECT_FALSE(row.matches({{beyond, low, 0.5, 1}, {1, 1, 1, 1}}));
+    const GradientPreset farAbove{Uuid::generate(), "Edge", {{beyond, low, 0.5, 1}}, GradientDirection::radial};
+    EXPECT_FALSE(farAbove.matches({{0, low, 0.5, 1}}));
+}
+
 // ---------------------------------------------------------------- slides
 
 TEST(SlidesDocument, EmptySlideObjectReadsWithDefaults) {
@@ -425,14 +455,28 @@ TEST(SlidesDocument, SlideWithoutTextScaleReadsButDeckWithoutFails) {
     EXPECT_EQ(failed.error, "textScale: missing key");
 }
 
-TEST(SlidesDocument, EmptyDeckAndUncheckedIndex) {
-    SlidesResource deck = SlidesResource::makeNew("Deck");
-    deck.slides.clear();
-    deck.currentSlideIndex = 7;
-    auto back = decodeRecord<SlidesResource>(encodeRecord(deck));
+TEST(SlidesDocument, DeckWithAnEmptySlidesArrayIsValid) {
+    json deck = asJson(encodeRecord(SlidesResource::makeNew("Deck")));
+    deck["slides"] = json::array();
+    auto back = decodeRecord<SlidesResource>(deck.dump());
     ASSERT_TRUE(back) << back.error;
     EXPECT_TRUE(back.value->slides.empty());
-    EXPECT_EQ(back.value->currentSlideIndex, 7);
+    EXPECT_EQ(back.value->title, "Deck");
+    EXPECT_EQ(back.value->currentSlideIndex, 0);
+    // And it writes back as it came.
+    EXPECT_EQ(asJson(encodeRecord(*back.value)), deck);
+}
+
+TEST(SlidesDocument, CurrentSlideIndexIsNotCheckedAgainstTheSlides) {
+    json deck = asJson(encodeRecord(SlidesResource::makeNew("Deck")));
+    ASSERT_EQ(deck["slides"].size(), 1u);
+    for (int index : {1, 7, -1}) {
+        deck["currentSlideIndex"] = index;
+        auto back = decodeRecord<SlidesResource>(deck.dump());
+        ASSERT_TRUE(back) << index << ": " << back.error;
+        EXPECT_EQ(back.value->currentSlideIndex, index);
+        EXPECT_EQ(back.value->slides.size(), 1u);
+    }
 }
 
 TEST(SlidesDocument, NewDeckDefaults) {

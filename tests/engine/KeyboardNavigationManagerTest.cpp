@@ -3,6 +3,8 @@
 
 #include <QSignalSpy>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "document/PresetTemplates.h"
@@ -167,6 +169,74 @@ TEST_F(KeyboardTest, KeysThatAreNoSceneNumberAreRefused) {
         EXPECT_FALSE(keys->handleKeyPress(key)) << key;
         EXPECT_EQ(log.sessionLines().back(), "🎹 KeyboardNavigationManager: Invalid key number");
     }
+}
+
+// Ten scenes: the digit keys reach the first nine, and nothing typed on the
+// keyboard reaches the tenth, whether a key is pressed once, twice in quick
+// succession, or right after another. Only a pick with the mouse does.
+TEST(KeyboardTenScenes, TheTenthSceneHasNoKey) {
+    test::TestHome home;
+    std::vector<std::string> names;
+    for (int i = 1; i <= 10; ++i) names.push_back("S" + std::to_string(i));
+    home.savePreset(test::presetWithScenes("Ten", names));
+    auto session = home.startSession();
+    ASSERT_TRUE(session->currentPreset());
+    ASSERT_EQ(session->currentPreset()->scenes.size(), 10u);
+    const Uuid tenth = session->currentPreset()->scenes[9].id;
+
+    QDateTime now = QDateTime::fromMSecsSinceEpoch(1'700'000'000'000, Qt::UTC);
+    KeyboardNavigationManager keys(*session, [&now] { return now; });
+
+    // Every scene that reached preview or program on the way, by name.
+    std::vector<std::string> previewed, aired;
+    QObject::connect(session.get(), &StreamManager::activeSceneChanged, [&] {
+        if (session->activeScene()) previewed.push_back(session->activeScene()->name);
+    });
+    QObject::connect(session.get(), &StreamManager::programSceneChanged, [&] {
+        if (session->programScene()) aired.push_back(session->programScene()->name);
+    });
+    auto press = [&](const QString& key, int msLater) {
+        now = now.addMSecs(msLater);
+        EXPECT_EQ(keys.deliverKey(key, false), Result::handled) << key.toStdString();
+        ASSERT_TRUE(session->activeScene());
+        EXPECT_NE(session->activeScene()->id, tenth) << "after " << key.toStdString();
+        if (session->programScene()) {
+            EXPECT_NE(session->programScene()->name, "S10") << key.toStdString();
+        }
+    };
+
+    const QStringList digits{"1", "2", "3", "4", "5", "6", "7", "8", "9", "0"};
+    for (const QString& key : digits) {
+        LogCapture log;
+        const auto goLivesBefore = aired.size();
+        press(key, 1000);  // a first press
+        press(key, 200);   // and the second within half a second
+        if (key == QLatin1String("0")) {
+            EXPECT_EQ(log.count("🎹 KeyboardNavigationManager: Invalid key number"), 2);
+            EXPECT_EQ(aired.size(), goLivesBefore);
+        } else {
+            const std::string expected = "S" + key.toStdString();
+            EXPECT_EQ(session->activeScene()->name, expected);
+            ASSERT_EQ(aired.size(), goLivesBefore + 1) << key.toStdString();
+            EXPECT_EQ(aired.back(), expected);
+        }
+    }
+    // "1" then "0" at typing speed is two keys, not the number ten; nor is
+    // any other digit followed by a quick "0", once or twice.
+    for (const QString& first : digits) {
+        press(first, 600);
+        press(QStringLiteral("0"), 50);
+        press(QStringLiteral("0"), 50);
+    }
+    EXPECT_EQ(std::count(previewed.begin(), previewed.end(), "S10"), 0);
+    EXPECT_EQ(std::count(aired.begin(), aired.end(), "S10"), 0);
+    // All nine keyed scenes did go on air along the way.
+    for (int i = 1; i <= 9; ++i)
+        EXPECT_GT(std::count(aired.begin(), aired.end(), "S" + std::to_string(i)), 0) << i;
+
+    // The mouse reaches it: a click in the scene list switches to it.
+    session->switchToScene(session->currentPreset()->scenes[9]);
+    EXPECT_EQ(session->activeScene()->id, tenth);
 }
 
 TEST(KeyboardNoPreset, DigitsLogAndDoNothingWhileBStillToggles) {

@@ -89,16 +89,6 @@ TEST_F(ProgramWindowTest, CursorIsHiddenOnceWithShowCursorOff) {
     EXPECT_EQ(window()->cursorHidden, 1);
 }
 
-TEST_F(ProgramWindowTest, PointerFieldsStayAsTheyAre) {
-    QSignalSpy location(session.get(), &StreamManager::globalMouseLocationChanged);
-    QSignalSpy click(session.get(), &StreamManager::lastClickPositionChanged);
-    QSignalSpy over(session.get(), &StreamManager::isMouseOverMainWindowChanged);
-    session->openProgramWindow();
-    QCoreApplication::processEvents();
-    session->closeProgramWindow();
-    EXPECT_EQ(location.count() + click.count() + over.count(), 0);
-}
-
 TEST_F(ProgramWindowTest, ClosingStopsTheCameraAndClosesTheWindow) {
     session->openProgramWindow();
     const auto opened = window();

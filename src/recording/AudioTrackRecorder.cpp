@@ -7,6 +7,7 @@
 #include "capture/linux/PulseAudioCapture.h"
 #include "document/Log.h"
 #include "recording/RecordingClock.h"
+#include "recording/SilentInput.h"
 
 namespace orvane {
 
@@ -24,6 +25,7 @@ AudioTrackRecorder::AudioTrackRecorder(QString label, QString source, AudioEncod
 
 AudioTrackRecorder::~AudioTrackRecorder() {
     if (capture_) capture_->stop();
+    if (silence_) silence_->stop();
 }
 
 QString AudioTrackRecorder::openEncoder(bool globalHeader) {
@@ -36,6 +38,15 @@ QString AudioTrackRecorder::openEncoder(bool globalHeader) {
 QString AudioTrackRecorder::start(const RecordingClock& clock, FailureHandler onFailure) {
     clock_ = &clock;
     onFailure_ = std::move(onFailure);
+    static_assert(SilentInput::kSampleRate == PulseAudioCapture::kSampleRate &&
+                  SilentInput::kChannels == PulseAudioCapture::kChannels);
+    if (source_.isEmpty()) {
+        silence_ = std::make_unique<SilentInput>([this](const float* samples, std::size_t frames) {
+            take(samples, frames);
+        });
+        silence_->start();
+        return {};
+    }
     capture_ = std::make_unique<PulseAudioCapture>(source_, [this](const float* samples, std::size_t frames) {
         take(samples, frames);
     });
@@ -44,6 +55,15 @@ QString AudioTrackRecorder::start(const RecordingClock& clock, FailureHandler on
 
 QString AudioTrackRecorder::finish() {
     if (capture_) capture_->stop();
+    if (silence_) silence_->stop();
+    // The device's thread is gone: its state is ours now.
+    if (!failed_ && clock_ && clock_->hasOrigin() && clock_->hasEnd()) {
+        const double missing_s = clock_->secondsAt(clock_->end()) - writeCursor_s_;
+        if (QString failure = encoder_.writeSilence(std::llround(missing_s * AudioEncoder::kSampleRate));
+            !failure.isEmpty())
+            return failure;
+        writeCursor_s_ = std::max(writeCursor_s_, clock_->secondsAt(clock_->end()));
+    }
     return encoder_.flush();
 }
 

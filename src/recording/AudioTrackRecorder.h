@@ -15,6 +15,7 @@ namespace orvane {
 class MovieWriter;
 class PulseAudioCapture;
 class RecordingClock;
+class SilentInput;
 
 // One audio track of a recording: a sound-server source recorded on its own
 // thread, placed on the recording's clock and encoded as it arrives.
@@ -26,12 +27,14 @@ class RecordingClock;
 // finishes its current long block), so the device starts before the
 // recording's origin and the bound settles in that pre-roll. Each chunk then
 // lands where its samples belong: a gap becomes silence, sound that belongs
-// before what was written already is dropped.
+// before what was written already is dropped. When the recording stops, a
+// track that the device left short is filled with silence up to the end.
 class AudioTrackRecorder {
 public:
     using FailureHandler = std::function<void(const QString&)>;
 
-    // source empty: the server's default source.
+    // source: a sound-server source name; empty: no device, the track is
+    // silence for as long as the recording runs.
     AudioTrackRecorder(QString label, QString source, AudioEncoder::Settings settings);
     ~AudioTrackRecorder();
     AudioTrackRecorder(const AudioTrackRecorder&) = delete;
@@ -43,7 +46,8 @@ public:
     // Starts recording from the device, before the clock's origin is set;
     // samples before the origin are dropped. Empty on success.
     QString start(const RecordingClock& clock, FailureHandler onFailure);
-    // Stops the device, then writes the rest of the track.
+    // Stops the device, then writes the rest of the track, up to the
+    // clock's end when it has one.
     QString finish();
 
     const QString& label() const { return label_; }
@@ -58,7 +62,8 @@ private:
     AudioEncoder encoder_;  // used by the capture thread while it runs, then by finish()
     const RecordingClock* clock_ = nullptr;
     FailureHandler onFailure_;
-    std::unique_ptr<PulseAudioCapture> capture_;
+    std::unique_ptr<PulseAudioCapture> capture_;  // or, with no device:
+    std::unique_ptr<SilentInput> silence_;
 
     // Capture thread only.
     std::int64_t inputFrames_ = 0;  // since the device started

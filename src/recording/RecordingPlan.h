@@ -18,7 +18,8 @@ struct RecordingPlan {
     bool systemAudio = true;
     bool microphone = true;
     // The sound server's source names; empty: the server's default source
-    // (microphone) or the default sink's monitor (system sound).
+    // if it is a microphone, else a silent track (microphone), or the
+    // default sink's monitor (system sound).
     QString microphoneSource;
     QString systemSoundSource;
 };

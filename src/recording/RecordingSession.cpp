@@ -2,6 +2,7 @@
 
 #include "document/Log.h"
 #include "recording/AudioTrackRecorder.h"
+#include "recording/DefaultMicrophone.h"
 #include "recording/MovieWriter.h"
 #include "recording/ProgramSnapshotStore.h"
 #include "recording/VideoEncoder.h"
@@ -44,8 +45,19 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
             logLine("⚠️ Failed to add system audio input to asset writer");
         }
     }
+    QString microphoneSource = plan_.microphoneSource;
+    if (plan_.microphone && microphoneSource.isEmpty()) {
+        // No microphone chosen: the default input, if it is one. Without a
+        // microphone the recording goes on and the track stays, silent.
+        const DefaultMicrophone::Lookup found = DefaultMicrophone::find();
+        microphoneSource = found.source;
+        if (microphoneSource.isEmpty()) {
+            logLine("⚠️ No microphone device found");
+            logLine("🎤 The microphone track stays silent: " + found.why.toStdString());
+        }
+    }
     if (plan_.microphone) {
-        microphone_ = std::make_unique<AudioTrackRecorder>(QStringLiteral("Microphone"), plan_.microphoneSource,
+        microphone_ = std::make_unique<AudioTrackRecorder>(QStringLiteral("Microphone"), microphoneSource,
                                                            AudioEncoder::Settings{48000, 2, 1, 64000});
         if (QString failure = microphone_->openEncoder(globalHeader); !failure.isEmpty()) return failure;
         const int index = writer_->addStream(microphone_->encoder().context());
@@ -69,8 +81,7 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
             logLine("❌ Error setting up microphone capture: " + failure.toStdString());
             return QStringLiteral("Microphone: ") + failure;
         }
-        logLine("🎤 Microphone capture started: " +
-                (plan_.microphoneSource.isEmpty() ? std::string("default input") : plan_.microphoneSource.toStdString()));
+        if (!microphoneSource.isEmpty()) logLine("🎤 Microphone capture started: " + microphoneSource.toStdString());
     }
     pipeline_ = std::make_unique<VideoPipeline>(QSize(row.width, row.height), snapshots_, *video_);
     return pipeline_->start(clock_, [this](const QString& message) { reportFailure(message); });

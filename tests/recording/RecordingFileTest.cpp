@@ -125,6 +125,8 @@ TEST_P(RecordingFileTest, ThreeSecondsOfTheProgramWithTheChosenTracks) {
         EXPECT_GT(MediaProbe::rms(samples), 0.05);
         EXPECT_GT(MediaProbe::toneShare(samples, 1000, 44100), 0.5);
         EXPECT_LT(MediaProbe::toneShare(samples, SoundServer::kMicrophoneFrequency_hz, 44100), 0.05);
+        // A steady tone keeps the encoder at its rate.
+        EXPECT_NEAR(MediaProbe::measuredBitRate(file, QStringLiteral("a:%1").arg(track)), 128000, 128000 * 0.15);
         ++track;
     }
     if (c.includeAudio && c.includeMicrophone) {
@@ -137,6 +139,7 @@ TEST_P(RecordingFileTest, ThreeSecondsOfTheProgramWithTheChosenTracks) {
         const std::vector<float> samples = MediaProbe::audioSamples(file, track);
         EXPECT_GT(MediaProbe::toneShare(samples, SoundServer::kMicrophoneFrequency_hz, 44100), 0.5);
         EXPECT_LT(MediaProbe::toneShare(samples, 1000, 44100), 0.05);
+        EXPECT_NEAR(MediaProbe::measuredBitRate(file, QStringLiteral("a:%1").arg(track)), 64000, 64000 * 0.15);
     }
     // Every due frame is either in the file or counted as dropped. Drops
     // are measured by the benchmark; on a shared machine a few may happen.

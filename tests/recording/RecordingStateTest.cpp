@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <sys/resource.h>
+
+#include <algorithm>
 #include <csignal>
 
 #include "recording/AudioQuality.h"
@@ -166,6 +169,28 @@ TEST_F(RecordingStateTest, WithoutAProgramSceneTheFramesSayNoProgramActive) {
     for (int y = 330; y < 400; ++y)
         for (int x = 540; x < 740; ++x) white += qGray(frame.pixel(x, y)) > 200 ? 1 : 0;
     EXPECT_GT(white, 50) << "the title's letters";
+}
+
+TEST_F(RecordingStateTest, WithoutAProgramSceneTheStartStillSettlesHalfASecond) {
+    harness.session().setProgramScene(std::nullopt);
+    RecordingManager& r = harness.recorder();
+    QElapsedTimer sinceStart;
+    qint64 recordingAt_ms = -1;
+    QObject::connect(&r, &RecordingManager::isRecordingChanged, [&](bool recording) {
+        if (recording && recordingAt_ms < 0) recordingAt_ms = sinceStart.elapsed();
+    });
+    sinceStart.start();
+    r.startRecording(harness.session());
+    EXPECT_FALSE(harness.session().isProgramWindowOpen());
+    QTest::qWait(static_cast<int>(std::max<qint64>(0, 300 - sinceStart.elapsed())));
+    EXPECT_EQ(r.recordingStatus(), RecordingStatus::preparing) << "at " << sinceStart.elapsed() << " ms";
+    EXPECT_FALSE(r.isRecording());
+    ASSERT_TRUE(RecordingHarness::waitFor([&] { return r.isRecording(); }, 5000));
+    EXPECT_GE(recordingAt_ms, 495);
+    EXPECT_LT(recordingAt_ms, 3000);
+    EXPECT_FALSE(harness.session().isProgramWindowOpen());
+    r.stopRecording();
+    ASSERT_TRUE(RecordingHarness::waitFor([&] { return r.recordingStatus() == RecordingStatus::completed; }, 15000));
 }
 
 TEST_F(RecordingStateTest, StopWhileNotRecordingChangesNothing) {

@@ -37,6 +37,22 @@ QJsonArray MediaProbe::streamsOfType(const QJsonObject& probe, const QString& co
     return result;
 }
 
+double MediaProbe::measuredBitRate(const QString& file, const QString& stream) {
+    const QByteArray out =
+        run(QStringLiteral("ffprobe"),
+            {"-v", "error", "-select_streams", stream, "-show_entries", "packet=size,duration_time", "-of", "csv=p=0", file},
+            nullptr);
+    double bytes = 0, seconds = 0;
+    for (const QByteArray& line : out.split('\n')) {
+        const QList<QByteArray> fields = line.trimmed().split(',');
+        if (fields.size() < 2) continue;
+        // The order of the fields is ffprobe's own: duration_time, size.
+        bytes += fields[1].toDouble();
+        seconds += fields[0].toDouble();
+    }
+    return seconds > 0 ? bytes * 8 / seconds : 0;
+}
+
 std::vector<float> MediaProbe::audioSamples(const QString& file, int audioTrack) {
     const QByteArray out = run(QStringLiteral("ffmpeg"),
                                {"-v", "error", "-i", file, "-map", QStringLiteral("0:a:%1").arg(audioTrack), "-ac", "1",

@@ -17,6 +17,9 @@ public:
     // ffprobe fails (then `error` says why).
     static QJsonObject probe(const QString& file, QString* error = nullptr, const QStringList& extra = {});
     static QJsonArray streamsOfType(const QJsonObject& probe, const QString& codecType);
+    // Bits a second of one stream ("a:1" for the second audio track): its
+    // packets' sizes over their summed durations; 0 when ffprobe fails.
+    static double measuredBitRate(const QString& file, const QString& stream);
     // One audio track decoded to mono float samples at 44.1 kHz.
     static std::vector<float> audioSamples(const QString& file, int audioTrack);
     // The video frame shown at `seconds`, as RGB.

@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -25,7 +26,7 @@ QProcessEnvironment environmentFor(const QString& dir) {
 
 }  // namespace
 
-QString SoundServer::start() {
+QString SoundServer::start(Microphone withMicrophone) {
     runtime_ = std::make_unique<QTemporaryDir>(QStringLiteral("/tmp/orvane-rec-sound-XXXXXX"));
     if (!runtime_->isValid()) return QStringLiteral("no temporary directory");
     const QString dir = runtime_->path();
@@ -47,16 +48,21 @@ QString SoundServer::start() {
     const QString sink = QString::fromLatin1(kSink);
     const QString microphone = QString::fromLatin1(kMicrophone);
     const QString microphoneSink = QString::fromLatin1(kMicrophoneSink);
-    for (const QStringList& args :
-         {QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + sink},
-          QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + microphoneSink},
-          QStringList{"pactl", "load-module", "module-remap-source", "master=" + microphoneSink + ".monitor",
-                      "source_name=" + microphone},
-          QStringList{"pactl", "set-default-sink", sink}, QStringList{"pactl", "set-default-source", microphone}}) {
+    for (const QStringList& args : {QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + sink},
+                                    QStringList{"pactl", "set-default-sink", sink}}) {
         if (const QString failure = runTool(args); !failure.isEmpty()) return failure;
     }
     ::setenv("XDG_RUNTIME_DIR", dir.toLocal8Bit().constData(), 1);
     ::setenv("PULSE_SERVER", ("unix:" + dir + "/pulse/native").toLocal8Bit().constData(), 1);
+    if (withMicrophone == Microphone::absent) return {};
+
+    for (const QStringList& args :
+         {QStringList{"pactl", "load-module", "module-null-sink", "sink_name=" + microphoneSink},
+          QStringList{"pactl", "load-module", "module-remap-source", "master=" + microphoneSink + ".monitor",
+                      "source_name=" + microphone},
+          QStringList{"pactl", "set-default-source", microphone}}) {
+        if (const QString failure = runTool(args); !failure.isEmpty()) return failure;
+    }
 
     const QString voice = dir + QStringLiteral("/voice.wav");
     if (const QString failure = runTool({"sox", "-n", "-r", "48000", "-c", "2", voice, "synth", "60", "sine",
@@ -67,24 +73,38 @@ QString SoundServer::start() {
     voice_->setProcessEnvironment(environmentFor(dir));
     voice_->start(QStringLiteral("paplay"), {QStringLiteral("--device=") + microphoneSink, voice});
     if (!voice_->waitForStarted(5000)) return QStringLiteral("paplay did not start");
+
+    // 8 kHz mono bytes: the listener only asks for the short latency.
+    const QString heard = dir + QStringLiteral("/heard.raw");
+    listener_ = std::make_unique<QProcess>();
+    listener_->setProcessEnvironment(environmentFor(dir));
+    listener_->start(QStringLiteral("parecord"), {"--raw", "--format=u8", "--channels=1", "--rate=8000",
+                                                  "--latency-msec=10", "--device=" + microphone, heard});
+    if (!listener_->waitForStarted(5000)) return QStringLiteral("parecord did not start");
+    for (int i = 0; i < 100 && QFileInfo(heard).size() < 800; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    if (QFileInfo(heard).size() < 800) return QStringLiteral("the microphone gave no sound within 5 s");
     return {};
 }
 
-QString SoundServer::runTool(const QStringList& argv, int timeoutMs) const {
+QString SoundServer::runTool(const QStringList& argv, int timeoutMs, QString* output) const {
     QProcess process;
     process.setProcessEnvironment(environmentFor(runtimeDir()));
     process.start(argv.first(), argv.mid(1));
     if (!process.waitForFinished(timeoutMs) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         return argv.join(' ') + QStringLiteral(" failed: ") + QString::fromLocal8Bit(process.readAllStandardError());
+    if (output) *output = QString::fromLocal8Bit(process.readAllStandardOutput());
     return {};
 }
 
 void SoundServer::stop() {
-    if (voice_ && voice_->state() != QProcess::NotRunning) {
-        voice_->kill();
-        voice_->waitForFinished(3000);
+    for (std::unique_ptr<QProcess>* client : {&listener_, &voice_}) {
+        if (*client && (*client)->state() != QProcess::NotRunning) {
+            (*client)->kill();
+            (*client)->waitForFinished(3000);
+        }
+        client->reset();
     }
-    voice_.reset();
     if (pid_ <= 0) return;
     const auto pid = static_cast<pid_t>(pid_);
     ::kill(pid, SIGTERM);

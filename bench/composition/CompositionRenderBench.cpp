@@ -25,6 +25,7 @@
 #include <memory>
 #include <vector>
 
+#include "ReferenceSceneSetup.h"
 #include "composition/SceneRenderer.h"
 #include "composition/TestFrameSource.h"
 
@@ -112,38 +113,17 @@ struct Reference {
 };
 
 void build(Reference& r, const QString& logoPath) {
-    r.scene.layout = SceneLayout::pipBottomRight;
-    r.scene.backgroundType = BackgroundType::gradient;
-    r.scene.gradientDirection = GradientDirection::topLeftToBottomRight;
-    Source screen;
-    screen.type = SourceType::screen;
-    screen.configuration.scale = 0.8;
-    screen.configuration.borderEnabled = true;
-    screen.configuration.borderGlow = 6;
-    screen.configuration.shadowEnabled = true;
-    screen.configuration.borderRadius = 12;
-    Source camera;
-    camera.type = SourceType::camera;
-    camera.configuration.cameraShape = CameraShape::circle;
-    r.scene.sources = {screen, camera};
-    r.screenId = screen.id;
+    const ReferenceSceneSetup setup(logoPath);
+    r.scene = setup.scene;
+    r.branding = setup.branding;
+    r.progress = setup.progress;
+    r.screenId = setup.screenId;
     for (QColor c : {QColor(40, 70, 160), QColor(160, 70, 40), QColor(40, 160, 70)})
-        r.screenFrames.push_back(TestFrameSource::patternFrame(QSize(1920, 1080), c));
-    r.cameraId = camera.id;
+        r.screenFrames.push_back(TestFrameSource::patternFrame(ReferenceSceneSetup::kScreenSize, c));
+    r.cameraId = setup.cameraId;
     for (QColor c : {QColor(90, 90, 90), QColor(60, 110, 60), QColor(110, 60, 110)})
-        r.cameraFrames.push_back(TestFrameSource::patternFrame(QSize(1280, 720), c));
+        r.cameraFrames.push_back(TestFrameSource::patternFrame(ReferenceSceneSetup::kCameraSize, c));
     r.nextFrame(0);
-    r.branding.enabled = true;
-    r.branding.text = "OrvaneUI Live";
-    r.branding.logoImagePath = logoPath.toStdString();
-    r.progress.enabled = true;
-    for (int i = 0; i < 6; ++i) {
-        ProgressStep s;
-        s.title = "Step " + std::to_string(i + 1);
-        s.order = i;
-        s.isCompleted = i < 3;
-        r.progress.steps.push_back(s);
-    }
 }
 
 Timing renderMs(Reference& r, QSize size, bool blur) {
@@ -166,7 +146,7 @@ int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     QTemporaryDir dir;
     const QString logoPath = dir.filePath("logo.png");
-    TestFrameSource::patternFrame(QSize(256, 256), QColor(200, 120, 30)).save(logoPath);
+    ReferenceSceneSetup::writeLogo(logoPath);
 
     Reference r;
     build(r, logoPath);

@@ -86,6 +86,7 @@ ProgramSnapshot snapshotOf(const ReferenceScene& reference) {
     ProgramSnapshot snapshot;
     snapshot.programScene = reference.scene();
     snapshot.branding = reference.branding();
+    snapshot.progressBar = reference.progress();
     snapshot.frames = reference.frames();
     return snapshot;
 }
@@ -96,11 +97,15 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     PresetStorage storage(std::filesystem::path(outDir.toStdString()) / "data");
     StreamManager session(storage, std::make_unique<QSettings>(outDir + "/settings.ini", QSettings::IniFormat));
     ReferenceScene reference(ReferenceScene::Feed::live);
-    if (session.currentPreset()) {
-        Preset preset = *session.currentPreset();
-        preset.branding = reference.branding();
-        session.setCurrentPreset(preset);
-    }
+    // The branding and the progress bar come from the preset; a fresh home
+    // has none yet.
+    Preset preset = session.currentPreset().value_or(Preset{});
+    if (preset.name.empty()) preset.name = "Reference";
+    preset.scenes = {reference.scene()};
+    preset.activeSceneId = reference.scene().id;
+    preset.branding = reference.branding();
+    preset.progressBar = reference.progress();
+    session.setCurrentPreset(preset);
     session.setProgramScene(reference.scene());
     auto* recorder = new RecordingManager(session);
     session.setRecordingManager(recorder);

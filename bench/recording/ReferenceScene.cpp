@@ -4,28 +4,25 @@
 
 #include <cstdio>
 
+#include "ReferenceSceneSetup.h"
 #include "capture/SharedCapture.h"
 
 namespace orvane {
 
 ReferenceScene::ReferenceScene(Feed feed)
     : cameras_({{{QStringLiteral("lavfi:bench"), QStringLiteral("Bench Camera")},
-                 QStringLiteral("testsrc2=size=1280x720:rate=30")}}) {
-    scene_.name = "Reference";
-    scene_.backgroundType = BackgroundType::gradient;
-    scene_.layout = SceneLayout::pipBottomRight;
-    Source cam;
-    cam.type = SourceType::camera;
-    cam.name = "Camera";
+                 QStringLiteral("testsrc2=size=%1x%2:rate=30")
+                     .arg(ReferenceSceneSetup::kCameraSize.width())
+                     .arg(ReferenceSceneSetup::kCameraSize.height())}}) {
+    const QString logo = logoFolder_.filePath(QStringLiteral("logo.png"));
+    if (!ReferenceSceneSetup::writeLogo(logo)) std::fprintf(stderr, "the bench logo was not written\n");
+    const ReferenceSceneSetup setup(logo);
+    scene_ = setup.scene;
+    branding_ = setup.branding;
+    progress_ = setup.progress;
+    Source& screen = scene_.sources[0];
+    Source& cam = scene_.sources[1];
     cam.configuration.cameraDeviceId = "lavfi:bench";
-    Source screen;
-    screen.type = SourceType::screen;
-    screen.name = "Screen";
-    screen.configuration.screenId = 1;
-    scene_.sources = {cam, screen};
-    branding_.enabled = true;
-    branding_.text = "OrvaneUI";
-    scene_.brandingEnabled = true;
 
     camera_ = hub_.acquire(QStringLiteral("camera:lavfi:bench"), 0,
                            [this] { return cameras_.openCamera(QStringLiteral("lavfi:bench")); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QTemporaryDir>
 
 #include <atomic>
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include "capture/CaptureHub.h"
 #include "capture/LavfiCameraBackend.h"
 #include "document/BrandingConfig.h"
+#include "document/ProgressBarConfig.h"
 #include "document/StreamingScene.h"
 #include "recording/LiveFrameTable.h"
 
@@ -18,9 +20,11 @@ namespace orvane {
 
 class SharedCapture;
 
-// The recording benchmark's scene: a gradient, a full-size screen picture
-// that changes on every frame, a moving camera picture-in-picture and the
-// preset's branding.
+// The recording benchmark's scene: the benchmarks' reference scene
+// (ReferenceSceneSetup: gradient, the 1920 by 1080 screen at scale 0.8 with
+// border, shadow and rounded corners, a circle camera, branding with logo
+// and text, a six-step progress bar), its screen changing on every frame
+// and its camera moving.
 //
 // Live, the camera is a running capture of a test pattern and the screen a
 // MovingDesktop publishing 60 pictures a second. Stepped, both show a fixed
@@ -39,11 +43,13 @@ public:
 
     const StreamingScene& scene() const { return scene_; }
     const BrandingConfig& branding() const { return branding_; }
+    const ProgressBarConfig& progress() const { return progress_; }
     std::shared_ptr<LiveFrameTable> frames() const { return frames_; }
 
     static constexpr int kCycle = 30;
 
 private:
+    QTemporaryDir logoFolder_;
     LavfiCameraBackend cameras_;
     CaptureHub hub_;
     std::shared_ptr<SharedCapture> camera_;
@@ -54,6 +60,7 @@ private:
     std::shared_ptr<LiveFrameTable> frames_ = std::make_shared<LiveFrameTable>();
     StreamingScene scene_;
     BrandingConfig branding_;
+    ProgressBarConfig progress_;
 };
 
 }  // namespace orvane

@@ -2,15 +2,16 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include "console/BottomBarView.h"
 #include "console/ContentView.h"
 #include "console/MainStreamingView.h"
 #include "console/RightSidebarView.h"
 #include "console/Theme.h"
 #include "console/WindowManager.h"
 #include "engine/StreamManager.h"
+#include "teleprompter/TeleprompterManager.h"
 
 #ifdef ORVANE_HAVE_REMOTE
-#include "console/BottomBarView.h"
 #include "remote/QRCodeURL.h"
 #include "remote/QrCodeImage.h"
 #include "remote/WebServerManager.h"
@@ -112,8 +113,15 @@ int main(int argc, char* argv[]) {
 #endif
 #endif
 
+    // The session owns the teleprompter; the bottom bar and the preset tab
+    // open and close its window.
+    auto* teleprompter = new orvane::TeleprompterManager(streamManager);
+    streamManager.setTeleprompterManager(teleprompter);
+
     orvane::WindowManager windowManager;
     orvane::ContentView root(streamManager, windowManager, frames);
+    root.mainStreamingView()->bottomBar()->setTeleprompterManager(teleprompter);
+    root.mainStreamingView()->rightSidebar()->setTeleprompterManager(teleprompter);
 #ifdef ORVANE_HAVE_REMOTE
     root.mainStreamingView()->bottomBar()->setQrCodeGenerator([server](const QString&) {
         // The diagnostic lines of a showing, then the code of its address.

@@ -15,6 +15,7 @@
 #include "console/VersionInfoView.h"
 #include "engine/PerformanceMonitor.h"
 #include "engine/StreamManager.h"
+#include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
 
@@ -116,6 +117,17 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
     serverRow->addWidget(qr);
     row->addWidget(server_);
 
+    teleprompter_ = new SymbolButton(QStringLiteral("Teleprompter"), "text.alignleft");
+    teleprompter_->setToolTip(QStringLiteral("Toggle teleprompter window"));
+    connect(teleprompter_, &QPushButton::clicked, this, [this] {
+        if (!teleprompterManager_) return;
+        if (teleprompterManager_->isTeleprompterWindowOpen())
+            teleprompterManager_->closeTeleprompterWindow();
+        else
+            teleprompterManager_->openTeleprompterWindow();
+    });
+    row->addWidget(teleprompter_);
+
     blur_ = new SymbolButton(QStringLiteral("Blur"), "eye.slash");
     blur_->setToolTip(QStringLiteral("Toggle blur on screen/window sources"));
     connect(blur_, &QPushButton::clicked, &streamManager_, &StreamManager::toggleBlurMode);
@@ -136,6 +148,8 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
     connect(&streamManager_, &StreamManager::showPerformanceStatsChanged, this, &BottomBarView::refreshToggles);
     connect(streamManager_.performanceMonitor(), &PerformanceMonitor::statsChanged, this, &BottomBarView::refreshStats);
     connect(&streamManager_, &StreamManager::webServerManagerChanged, this, &BottomBarView::watchServer);
+    connect(&streamManager_, &StreamManager::currentPresetChanged, this, &BottomBarView::refreshTeleprompter);
+    refreshTeleprompter();
     refreshQuality();
     refreshToggles();
     refreshStats();
@@ -156,6 +170,25 @@ void BottomBarView::refreshToggles() {
     const bool stats = streamManager_.showPerformanceStats();
     performance_->setLook(toggleLook(stats, Theme::orange()));
     stats_->setVisible(stats);
+}
+
+void BottomBarView::setTeleprompterManager(TeleprompterManager* teleprompter) {
+    if (teleprompterManager_) disconnect(teleprompterManager_, nullptr, this, nullptr);
+    teleprompterManager_ = teleprompter;
+    if (teleprompter)
+        connect(teleprompter, &TeleprompterManager::isTeleprompterWindowOpenChanged, this,
+                &BottomBarView::refreshTeleprompter);
+    refreshTeleprompter();
+}
+
+void BottomBarView::refreshTeleprompter() {
+    // Only while the preset has the teleprompter switched on, open or not.
+    const auto& preset = streamManager_.currentPreset();
+    const bool enabled = teleprompterManager_ && preset && preset->teleprompter && preset->teleprompter->enabled;
+    teleprompter_->setVisible(enabled);
+    const bool open = teleprompterManager_ && teleprompterManager_->isTeleprompterWindowOpen();
+    teleprompter_->setSymbol(open ? "text.alignleft.fill" : "text.alignleft");
+    teleprompter_->setLook(toggleLook(open, Theme::purple()));
 }
 
 void BottomBarView::refreshStats() {

@@ -12,6 +12,7 @@ namespace orvane {
 
 class StreamManager;
 class SymbolButton;
+class TeleprompterManager;
 class VersionInfoView;
 
 // The bar along the bottom of the console: version, stream quality,
@@ -29,7 +30,11 @@ public:
     void setQrCodeGenerator(QrCodeGenerator generator) { qrCodeGenerator_ = std::move(generator); }
     void showQrCode();
 
+    // The teleprompter the "Teleprompter" button opens and closes.
+    void setTeleprompterManager(TeleprompterManager* teleprompter);
+
     VersionInfoView* versionInfoView() const { return version_; }
+    SymbolButton* teleprompterButton() const { return teleprompter_; }
     SymbolButton* blurButton() const { return blur_; }
     SymbolButton* performanceButton() const { return performance_; }
     QWidget* statsBlock() const { return stats_; }
@@ -41,6 +46,7 @@ private slots:
 private:
     void refreshQuality();
     void refreshToggles();
+    void refreshTeleprompter();
     void refreshStats();
     void watchServer();
 
@@ -52,6 +58,8 @@ private:
     QLabel* memory_ = nullptr;
     QLabel* fps_ = nullptr;
     QWidget* server_ = nullptr;
+    SymbolButton* teleprompter_ = nullptr;
+    QPointer<TeleprompterManager> teleprompterManager_;
     QLabel* url_ = nullptr;
     SymbolButton* blur_ = nullptr;
     SymbolButton* performance_ = nullptr;

@@ -10,6 +10,7 @@
 #include "console/SidebarStyle.h"
 #include "console/ToggleSwitch.h"
 #include "engine/StreamManager.h"
+#include "teleprompter/TeleprompterSection.h"
 
 namespace orvane {
 
@@ -76,6 +77,16 @@ PresetTabView::PresetTabView(StreamManager& streamManager, QWidget* parent)
     connect(&streamManager_, &StreamManager::drawingButtonPositionChanged, this, &PresetTabView::refresh);
     connect(&streamManager_, &StreamManager::showDrawingButtonChanged, this, &PresetTabView::refresh);
     refresh();
+}
+
+void PresetTabView::setTeleprompterManager(TeleprompterManager* teleprompter) {
+    if (teleprompter_ || !teleprompter) return;
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    // Below the transitions and their divider.
+    const int at = column->indexOf(transitions_) + 2;
+    teleprompter_ = new TeleprompterSection(streamManager_, *teleprompter);
+    column->insertWidget(at, teleprompter_);
+    column->insertWidget(at + 1, SidebarStyle::divider());
 }
 
 void PresetTabView::refresh() {

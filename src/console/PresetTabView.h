@@ -10,6 +10,8 @@ namespace orvane {
 class SceneTransitionsSection;
 class SegmentedButton;
 class StreamManager;
+class TeleprompterManager;
+class TeleprompterSection;
 class ToggleSwitch;
 
 // The sidebar's preset tab: settings of the whole preset and of the
@@ -20,7 +22,11 @@ class PresetTabView : public QWidget {
 public:
     explicit PresetTabView(StreamManager& streamManager, QWidget* parent = nullptr);
 
+    // Adds the teleprompter block below the transitions.
+    void setTeleprompterManager(TeleprompterManager* teleprompter);
+
     SceneTransitionsSection* transitions() const { return transitions_; }
+    TeleprompterSection* teleprompterSection() const { return teleprompter_; }
     ToggleSwitch* hideProgramSwitch() const { return hideProgram_; }
     SegmentedButton* positionButton(DrawingButtonPosition position) const { return positions_.at(position); }
     ToggleSwitch* showDrawingButtonSwitch() const { return showDrawing_; }
@@ -30,6 +36,7 @@ private:
 
     StreamManager& streamManager_;
     SceneTransitionsSection* transitions_ = nullptr;
+    TeleprompterSection* teleprompter_ = nullptr;
     ToggleSwitch* hideProgram_ = nullptr;
     std::map<DrawingButtonPosition, SegmentedButton*> positions_;
     ToggleSwitch* showDrawing_ = nullptr;

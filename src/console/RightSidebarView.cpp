@@ -131,6 +131,10 @@ void RightSidebarView::setRecordingManager(RecordingManager* recorder) {
     setTabContent(ConfigTab::recording, recordingTab_);
 }
 
+void RightSidebarView::setTeleprompterManager(TeleprompterManager* teleprompter) {
+    presetTab_->setTeleprompterManager(teleprompter);
+}
+
 void RightSidebarView::setTabContent(ConfigTab tab, QWidget* content) {
     QScrollArea* scroll = scrolls_.at(tab);
     delete scroll->takeWidget();

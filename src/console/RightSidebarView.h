@@ -18,6 +18,7 @@ class CaptureBackend;
 class RecordingControlsView;
 class PresetTabView;
 class RecordingManager;
+class TeleprompterManager;
 class RemoteTabView;
 class SceneTabView;
 class SidebarTabButton;
@@ -45,6 +46,8 @@ public:
     void setCaptureBackends(CaptureBackend* capture, CameraBackend* cameras);
     // The recorder the recording tab drives; none leaves the tab saying so.
     void setRecordingManager(RecordingManager* recorder);
+    // The teleprompter the preset tab's block drives.
+    void setTeleprompterManager(TeleprompterManager* teleprompter);
 
     bool isCollapsed() const { return isCollapsed_; }
     void setCollapsed(bool collapsed);

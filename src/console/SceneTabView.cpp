@@ -8,6 +8,7 @@
 #include "console/QuickAddButton.h"
 #include "console/SceneBackgroundSection.h"
 #include "console/SceneLayoutSection.h"
+#include "console/SlidesSourceSection.h"
 #include "console/SceneSourcesList.h"
 #include "console/ScreenSelectorView.h"
 #include "console/SidebarStyle.h"
@@ -47,6 +48,8 @@ SceneTabView::SceneTabView(StreamManager& streamManager, QWidget* parent)
     connect(sources_, &SceneSourcesList::selectRequested, this, &SceneTabView::selectSource);
     connect(sources_, &SceneSourcesList::deleteRequested, this, &SceneTabView::deleteSource);
     column->addWidget(sources_);
+    slides_ = new SlidesSourceSection(editor);
+    column->addWidget(slides_);
     column->addWidget(SidebarStyle::divider());
 
     auto* addColumn = new QVBoxLayout;
@@ -100,6 +103,7 @@ void SceneTabView::refresh(bool sceneChanged) {
     background_->setScene(scene_);
     layout_->setScene(scene_);
     sources_->setScene(scene_);
+    slides_->setScene(scene_);
     addBlock_->setVisible(scene_.has_value());
     addNone_->setVisible(!scene_);
 }

@@ -21,6 +21,7 @@ class CaptureBackend;
 class QuickAddButton;
 class SceneBackgroundSection;
 class SceneLayoutSection;
+class SlidesSourceSection;
 class SceneSourcesList;
 class ScreenSelectorView;
 class StreamManager;
@@ -62,6 +63,7 @@ public:
     SceneBackgroundSection* backgroundSection() const { return background_; }
     SceneLayoutSection* layoutSection() const { return layout_; }
     SceneSourcesList* sourcesList() const { return sources_; }
+    SlidesSourceSection* slidesSection() const { return slides_; }
     QuickAddButton* addScreenButton() const { return addScreen_; }
     QuickAddButton* addWindowButton() const { return addWindow_; }
     QuickAddButton* addCameraButton() const { return addCamera_; }
@@ -88,6 +90,7 @@ private:
     SceneBackgroundSection* background_ = nullptr;
     SceneLayoutSection* layout_ = nullptr;
     SceneSourcesList* sources_ = nullptr;
+    SlidesSourceSection* slides_ = nullptr;
     QWidget* addBlock_ = nullptr;
     QWidget* addNone_ = nullptr;
     QuickAddButton* addScreen_ = nullptr;

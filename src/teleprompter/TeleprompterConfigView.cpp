@@ -19,7 +19,7 @@
 #include "composition/SymbolPainter.h"
 #include "document/Log.h"
 #include "engine/StreamManager.h"
-#include "teleprompter/ColorSwatchButton.h"
+#include "teleprompter/ColorWellButton.h"
 #include "teleprompter/TeleprompterManager.h"
 #include "teleprompter/TeleprompterSettings.h"
 
@@ -114,8 +114,8 @@ void TeleprompterConfigView::build() {
     auto* appearanceForm = new QFormLayout(appearance);
     fontSize_ = addSlider(appearanceForm, QStringLiteral("Font Size:"), 12, 72, &fontSizeValue_);
     opacity_ = addSlider(appearanceForm, QStringLiteral("Opacity:"), 2, 20, &opacityValue_);
-    textColor_ = new ColorSwatchButton(QStringLiteral("Text Color"));
-    backgroundColor_ = new ColorSwatchButton(QStringLiteral("Background Color"));
+    textColor_ = new ColorWellButton(QStringLiteral("Text Color"));
+    backgroundColor_ = new ColorWellButton(QStringLiteral("Background Color"));
     appearanceForm->addRow(QStringLiteral("Text Color:"), textColor_);
     appearanceForm->addRow(QStringLiteral("Background Color:"), backgroundColor_);
     column->addWidget(appearance);
@@ -188,8 +188,8 @@ void TeleprompterConfigView::build() {
     connect(text_, &QPlainTextEdit::textChanged, this, [this] {
         if (!loading_) changed();
     });
-    connect(textColor_, &ColorSwatchButton::colorPicked, this, [this] { changed(); });
-    connect(backgroundColor_, &ColorSwatchButton::colorPicked, this, [this] { changed(); });
+    connect(textColor_, &ColorWellButton::colorPicked, this, [this] { changed(); });
+    connect(backgroundColor_, &ColorWellButton::colorPicked, this, [this] { changed(); });
 }
 
 void TeleprompterConfigView::showConfig() {

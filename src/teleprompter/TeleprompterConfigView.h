@@ -16,7 +16,7 @@ class QSlider;
 
 namespace orvane {
 
-class ColorSwatchButton;
+class ColorWellButton;
 
 // The teleprompter's settings sheet. It edits a working copy; nothing is
 // stored until "Save Changes", and the sheet stays open after saving.
@@ -54,8 +54,8 @@ private:
     QLabel* fontSizeValue_ = nullptr;
     QSlider* opacity_ = nullptr;
     QLabel* opacityValue_ = nullptr;
-    ColorSwatchButton* textColor_ = nullptr;
-    ColorSwatchButton* backgroundColor_ = nullptr;
+    ColorWellButton* textColor_ = nullptr;
+    ColorWellButton* backgroundColor_ = nullptr;
     QCheckBox* alwaysOnTop_ = nullptr;
     QCheckBox* hideFromShare_ = nullptr;
     QSlider* width_ = nullptr;

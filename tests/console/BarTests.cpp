@@ -10,6 +10,7 @@
 #include "console/SymbolButton.h"
 #include "console/TopBarView.h"
 #include "document/PresetTemplates.h"
+#include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
 namespace {
@@ -81,6 +82,46 @@ TEST(ConsoleBars, BlurAndPerformanceSwitches) {
     EXPECT_TRUE(bottom.statsBlock()->isVisibleTo(&bottom));
     QTest::mouseClick(bottom.performanceButton(), Qt::LeftButton);
     EXPECT_FALSE(bottom.statsBlock()->isVisibleTo(&bottom));
+}
+
+TEST(ConsoleBars, TeleprompterButtonFollowsThePresetSwitchAndTheWindow) {
+    Session s;
+    Preset preset = createPreset("Script", PresetTemplate::custom);
+    s.streamManager->setCurrentPreset(preset);
+    auto* teleprompter = new TeleprompterManager(*s.streamManager);
+    s.streamManager->setTeleprompterManager(teleprompter);
+    BottomBarView bottom(*s.streamManager);
+    bottom.setTeleprompterManager(teleprompter);
+    bottom.show();
+    SymbolButton* button = bottom.teleprompterButton();
+    EXPECT_EQ(button->accessibleName(), QStringLiteral("Teleprompter"));
+    EXPECT_EQ(button->toolTip(), QStringLiteral("Toggle teleprompter window"));
+    // A preset without teleprompter settings shows no button.
+    EXPECT_FALSE(button->isVisibleTo(&bottom));
+
+    Preset on = *s.streamManager->currentPreset();
+    on.teleprompter = TeleprompterConfig{};
+    on.teleprompter->enabled = true;
+    on.teleprompter->text = "Hello";
+    s.streamManager->setCurrentPreset(on);
+    ASSERT_TRUE(button->isVisibleTo(&bottom));
+    EXPECT_EQ(button->symbol(), "text.alignleft");
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(teleprompter->isTeleprompterWindowOpen());
+    EXPECT_EQ(button->symbol(), "text.alignleft.fill");
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_FALSE(teleprompter->isTeleprompterWindowOpen());
+    EXPECT_EQ(button->symbol(), "text.alignleft");
+
+    // Switched off in the preset: no button, even while the window is open.
+    QTest::mouseClick(button, Qt::LeftButton);
+    ASSERT_TRUE(teleprompter->isTeleprompterWindowOpen());
+    Preset off = *s.streamManager->currentPreset();
+    off.teleprompter->enabled = false;
+    s.streamManager->setCurrentPreset(off);
+    EXPECT_FALSE(button->isVisibleTo(&bottom));
+    teleprompter->closeTeleprompterWindow();
 }
 
 }  // namespace

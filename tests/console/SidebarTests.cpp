@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
@@ -23,6 +24,8 @@
 #include "console/SceneLayoutSection.h"
 #include "console/SceneSourcesList.h"
 #include "console/SceneTabView.h"
+#include "console/SlidesSourceSection.h"
+#include "slides/editor/SlidesEditorView.h"
 #include "console/ScreenSelectorView.h"
 #include "console/SidebarTabButton.h"
 #include "console/SourceRowView.h"
@@ -276,6 +279,36 @@ TEST(ConsoleSidebar, SlidesAreNumberedByTheSlidesTheSceneHolds) {
     QTest::mouseClick(f.tab()->addSlidesButton(), Qt::LeftButton);
     ASSERT_EQ(f.stored().sources.size(), 2u);
     EXPECT_EQ(f.stored().sources[1].name, "Slides 2");
+}
+
+TEST(ConsoleSidebar, TheSlidesBlockEditsTheSelectedDeckAndWritesItBack) {
+    SidebarFixture f;
+    SlidesSourceSection* block = f.tab()->slidesSection();
+    EXPECT_FALSE(block->isVisibleTo(f.sidebar.get()));
+    f.tab()->addScreenSource(CaptureDisplay{7, 1920, 1080, QStringLiteral("Main Display"), {}});
+    EXPECT_FALSE(block->isVisibleTo(f.sidebar.get()));
+    f.tab()->addSlidesSource();
+    ASSERT_TRUE(block->isVisibleTo(f.sidebar.get()));
+    EXPECT_EQ(block->editButton()->accessibleName(), QStringLiteral("Edit Slides"));
+    EXPECT_TRUE(block->editButton()->text().endsWith(QStringLiteral("1 slide")));
+
+    // The editor works on a copy; closing it writes the deck into the source.
+    bool sawEditor = false;
+    QTimer::singleShot(0, [&] {
+        auto* editor = openedSheet<SlidesEditorView>();
+        ASSERT_NE(editor, nullptr);
+        sawEditor = true;
+        editor->addNewSlide();
+        editor->accept();
+    });
+    QTest::mouseClick(block->editButton(), Qt::LeftButton);
+    EXPECT_TRUE(sawEditor);
+    const StreamingScene stored = f.stored();
+    const Source& deck = stored.sources[1];
+    ASSERT_TRUE(deck.configuration.slidesResource);
+    EXPECT_EQ(deck.configuration.slidesResource->slides.size(), 2u);
+    EXPECT_EQ(stored.sources[0].name, "Main Display");
+    EXPECT_TRUE(block->editButton()->text().endsWith(QStringLiteral("2 slides")));
 }
 
 TEST(ConsoleSidebar, SourcesAreListedSelectedAndDeletedAfterConfirmation) {

@@ -6,12 +6,13 @@
 
 namespace orvane {
 
-// A button that shows a colour and opens the colour chooser. A chosen
-// colour is taken apart into red, green, blue and alpha (sRGB).
-class ColorSwatchButton : public QPushButton {
+// A small colour well of the teleprompter sheet: shows a colour and opens
+// the colour chooser. A chosen colour is taken apart into red, green, blue
+// and alpha (sRGB).
+class ColorWellButton : public QPushButton {
     Q_OBJECT
 public:
-    explicit ColorSwatchButton(const QString& accessibleLabel, QWidget* parent = nullptr);
+    explicit ColorWellButton(const QString& accessibleLabel, QWidget* parent = nullptr);
 
     const CodableColor& color() const { return color_; }
     void setColor(const CodableColor& color);

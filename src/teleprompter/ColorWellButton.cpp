@@ -1,4 +1,4 @@
-#include "teleprompter/ColorSwatchButton.h"
+#include "teleprompter/ColorWellButton.h"
 
 #include <QColorDialog>
 
@@ -6,15 +6,15 @@
 
 namespace orvane {
 
-ColorSwatchButton::ColorSwatchButton(const QString& accessibleLabel, QWidget* parent) : QPushButton(parent) {
+ColorWellButton::ColorWellButton(const QString& accessibleLabel, QWidget* parent) : QPushButton(parent) {
     setAccessibleName(accessibleLabel);
     setToolTip(accessibleLabel);
     setFixedSize(44, 24);
-    connect(this, &QPushButton::clicked, this, &ColorSwatchButton::choose);
+    connect(this, &QPushButton::clicked, this, &ColorWellButton::choose);
     setColor(color_);
 }
 
-void ColorSwatchButton::setColor(const CodableColor& color) {
+void ColorWellButton::setColor(const CodableColor& color) {
     color_ = color;
     const QColor shown = ColorConvert::from(color);
     setStyleSheet(QStringLiteral("QPushButton { background: %1; border: 1px solid rgba(255,255,255,80); "
@@ -22,7 +22,7 @@ void ColorSwatchButton::setColor(const CodableColor& color) {
                       .arg(shown.name(QColor::HexArgb)));
 }
 
-void ColorSwatchButton::choose() {
+void ColorWellButton::choose() {
     const QColor picked = QColorDialog::getColor(ColorConvert::from(color_), this, accessibleName(),
                                                  QColorDialog::ShowAlphaChannel);
     if (!picked.isValid()) return;

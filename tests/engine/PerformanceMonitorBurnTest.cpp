@@ -1,16 +1,18 @@
 // The CPU read-out against a known load: one thread of this process spins
-// through a whole one-second window between two timer samples. Runs alone
+// through whole one-second windows between timer samples. Runs alone
 // (serially in CTest), since other tests would steal the core.
 
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
+#include <pthread.h>
 #include <time.h>
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <thread>
 
 #include "engine/PerformanceMonitor.h"
@@ -29,44 +31,46 @@ TEST(PerformanceMonitorBurn, OneBusyCoreReadsAboutOneHundredPercent) {
     PerformanceMonitor monitor;
     std::atomic<bool> spinning{false};
     std::atomic<bool> burning{true};
-    double burnerCpu = 0;
-    double burnerWall = 0;
 
-    // The thread spins from before the start sample until after the second
-    // timer sample, so the second read-out covers one whole busy second.
+    // The thread spins from before the start sample until after the last
+    // timer sample, so every read-out after the first covers a busy second.
     std::thread burner([&] {
-        const double cpu0 = clockSeconds(CLOCK_THREAD_CPUTIME_ID);
-        const double wall0 = clockSeconds(CLOCK_MONOTONIC);
         spinning = true;
         while (burning.load(std::memory_order_relaxed)) {
         }
-        burnerCpu = clockSeconds(CLOCK_THREAD_CPUTIME_ID) - cpu0;
-        burnerWall = clockSeconds(CLOCK_MONOTONIC) - wall0;
     });
     while (!spinning) std::this_thread::yield();
+    clockid_t burnerClock{};
+    ASSERT_EQ(pthread_getcpuclockid(burner.native_handle(), &burnerClock), 0);
 
+    // A second in which the scheduler gave the burner less than nine tenths
+    // of a core does not have the load this test is about; up to five
+    // seconds are read, and the first one that had it is judged. Every
+    // second's read-out must agree with the process CPU clock.
     QSignalSpy stats(&monitor, &PerformanceMonitor::statsChanged);
     monitor.start();
-    const bool firstSample = stats.wait(3000);  // the event loop runs; the timer fires after a second
-    const double processCpuBefore = clockSeconds(CLOCK_PROCESS_CPUTIME_ID);
-    const double wallBefore = clockSeconds(CLOCK_MONOTONIC);
-    const bool secondSample = firstSample && stats.wait(3000);
-    const double processPercent = (clockSeconds(CLOCK_PROCESS_CPUTIME_ID) - processCpuBefore) /
-                                  (clockSeconds(CLOCK_MONOTONIC) - wallBefore) * 100.0;
+    ASSERT_TRUE(stats.wait(3000));  // the event loop runs; the timer fires after a second
+    std::optional<double> judged;
+    for (int second = 0; second < 5 && !judged; ++second) {
+        const double processBefore = clockSeconds(CLOCK_PROCESS_CPUTIME_ID);
+        const double burnerBefore = clockSeconds(burnerClock);
+        const double wallBefore = clockSeconds(CLOCK_MONOTONIC);
+        ASSERT_TRUE(stats.wait(3000));
+        const double wall = clockSeconds(CLOCK_MONOTONIC) - wallBefore;
+        const double processPercent = (clockSeconds(CLOCK_PROCESS_CPUTIME_ID) - processBefore) / wall * 100.0;
+        const double burnerShare = (clockSeconds(burnerClock) - burnerBefore) / wall;
+        std::printf("measured CPU %.1f %% (own clock %.1f %%, burner got %.0f %% of a core), memory %.1f MB\n",
+                    monitor.cpuUsage(), processPercent, burnerShare * 100, monitor.memoryUsage());
+        EXPECT_NEAR(monitor.cpuUsage(), processPercent, 15.0);
+        if (burnerShare >= 0.9) judged = monitor.cpuUsage();
+    }
     burning = false;
     burner.join();
 
-    ASSERT_TRUE(firstSample);
-    ASSERT_TRUE(secondSample);
-    std::printf("measured CPU %.1f %% (own clock %.1f %%, burner got %.0f %% of a core), memory %.1f MB\n",
-                monitor.cpuUsage(), processPercent, burnerCpu / burnerWall * 100, monitor.memoryUsage());
-
-    // One busy core is about a hundred percent. Other load on the machine
-    // outside this test run takes the core away and fails this check.
-    EXPECT_GE(monitor.cpuUsage(), 70.0);
-    EXPECT_LE(monitor.cpuUsage(), 130.0);
-    // The read-out agrees with the process CPU clock over the same second.
-    EXPECT_NEAR(monitor.cpuUsage(), processPercent, 15.0);
+    ASSERT_TRUE(judged) << "in five seconds the machine never gave the burning thread nine tenths of a core";
+    // One busy core is about a hundred percent.
+    EXPECT_GE(*judged, 70.0);
+    EXPECT_LE(*judged, 130.0);
     const auto kernel = test::residentMegabytesFromStatus();
     ASSERT_TRUE(kernel);
     EXPECT_NEAR(monitor.memoryUsage(), *kernel, 1.0);

@@ -28,12 +28,22 @@ public:
 
     bool ok() const { return state_.index() == 0; }
     explicit operator bool() const { return ok(); }
+    // Only after ok() said yes.
     T& value() { return std::get<0>(state_); }
     const T& value() const { return std::get<0>(state_); }
     T takeValue() { return std::move(std::get<0>(state_)); }
-    QString error() const { return ok() ? QString() : std::get<1>(state_).message; }
+    // Anything that is not a value is a failure with a text, also a result
+    // left holding nothing because an assignment to it threw halfway.
+    QString error() const {
+        if (ok()) return QString();
+        const Failure* failure = std::get_if<1>(&state_);
+        return failure ? failure->message : QStringLiteral("No result");
+    }
     // A failure because capture was refused, not because something broke.
-    bool wasDeclined() const { return !ok() && std::get<1>(state_).declined; }
+    bool wasDeclined() const {
+        const Failure* failure = std::get_if<1>(&state_);
+        return failure && failure->declined;
+    }
 
 private:
     struct Failure {

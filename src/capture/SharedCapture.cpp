@@ -2,6 +2,7 @@
 
 #include <QMetaObject>
 
+#include <exception>
 #include <utility>
 
 #include "document/Log.h"
@@ -28,8 +29,35 @@ CapturedFrame SharedCapture::latestFrame() const {
     return latest_;
 }
 
+CaptureResult<std::unique_ptr<CaptureStream>> SharedCapture::openSource() {
+    using Opened = CaptureResult<std::unique_ptr<CaptureStream>>;
+    if (!opener_) return Opened::failure(QStringLiteral("Nothing to open the source with"));
+    // The opener is outside code on a thread of ours: whatever it does wrong
+    // ends this capture with a message, never the program.
+    try {
+        Opened opened = opener_();
+        if (!opened) return Opened::failure(opened.error());
+        if (!opened.value()) return Opened::failure(QStringLiteral("The source opened without a stream"));
+        return opened;
+    } catch (const std::exception& error) {
+        return Opened::failure(QStringLiteral("Opening the source failed: ") + QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        return Opened::failure(QStringLiteral("Opening the source failed"));
+    }
+}
+
+CaptureResult<GrabbedFrame> SharedCapture::grabFrom(CaptureStream& source) {
+    try {
+        return source.grabFrame();
+    } catch (const std::exception& error) {
+        return CaptureResult<GrabbedFrame>::failure(QString::fromLocal8Bit(error.what()));
+    } catch (...) {
+        return CaptureResult<GrabbedFrame>::failure(QStringLiteral("The source failed to deliver"));
+    }
+}
+
 void SharedCapture::run(std::stop_token stop) {
-    CaptureResult<std::unique_ptr<CaptureStream>> opened = opener_();
+    CaptureResult<std::unique_ptr<CaptureStream>> opened = openSource();
     if (!opened) {
         const QString message = opened.error();
         logLine("❌ Capture of " + key_.toStdString() + " failed to start: " + message.toStdString());
@@ -58,7 +86,7 @@ void SharedCapture::run(std::stop_token stop) {
         // A frame is dated by when it was asked for, so that its age on the
         // main thread includes the grab itself.
         const auto askedAt = Clock::now();
-        CaptureResult<GrabbedFrame> grabbed = source->grabFrame();
+        CaptureResult<GrabbedFrame> grabbed = grabFrom(*source);
         const auto grabbedAt = Clock::now();
         if (stop.stop_requested()) break;
         if (grabbed) {

@@ -46,6 +46,11 @@ signals:
     void failed(const QString& message);
 
 private:
+    // The opener's stream, or a failure: also when there is no opener, when
+    // it throws, or when it claims success without handing over a stream.
+    CaptureResult<std::unique_ptr<CaptureStream>> openSource();
+    // One frame, or a failure also when the source throws.
+    static CaptureResult<GrabbedFrame> grabFrom(CaptureStream& source);
     void run(std::stop_token stop);
     void publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
                  std::chrono::steady_clock::time_point grabbedAt);

@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 
 #include <condition_variable>
+#include <stdexcept>
 #include <thread>
 
 #include "capture/CaptureHub.h"
@@ -118,6 +119,69 @@ TEST(CaptureHub, FailureToOpenIsReported) {
     ASSERT_TRUE(failed.wait(2000));
     EXPECT_EQ(failed.first().first().toString(), "device gone");
     EXPECT_EQ(capture->errorMessage(), "device gone");
+}
+
+// An opener that claims success but hands over no stream, one that throws
+// and a capture with no opener at all: each ends as a failed capture with
+// a message, and the process goes on.
+TEST(CaptureHub, AnOpenWithoutAStreamFailsWithAMessage) {
+    CaptureHub hub;
+    std::atomic<bool> opened{false};
+    auto capture = hub.acquire("camera:empty", 0, [&]() -> CaptureResult<std::unique_ptr<CaptureStream>> {
+        opened = true;
+        return std::unique_ptr<CaptureStream>();
+    });
+    QSignalSpy failed(capture.get(), &SharedCapture::failed);
+    ASSERT_TRUE(failed.wait(2000));
+    EXPECT_TRUE(opened.load());
+    EXPECT_EQ(failed.first().first().toString(), "The source opened without a stream");
+    EXPECT_EQ(capture->errorMessage(), "The source opened without a stream");
+    EXPECT_EQ(capture->latestFrame().sequence, 0u);
+    EXPECT_TRUE(hub.latestFrame("camera:empty").image.isNull());
+}
+
+TEST(CaptureHub, AnOpenerThatThrowsFailsWithAMessage) {
+    CaptureHub hub;
+    auto capture = hub.acquire("camera:throws", 0, []() -> CaptureResult<std::unique_ptr<CaptureStream>> {
+        throw std::runtime_error("device node vanished");
+    });
+    QSignalSpy failed(capture.get(), &SharedCapture::failed);
+    ASSERT_TRUE(failed.wait(2000));
+    EXPECT_EQ(capture->errorMessage(), "Opening the source failed: device node vanished");
+}
+
+TEST(CaptureHub, ACaptureWithoutAnOpenerFailsWithAMessage) {
+    CaptureHub hub;
+    auto capture = hub.acquire("camera:none", 0, SharedCapture::Opener());
+    QSignalSpy failed(capture.get(), &SharedCapture::failed);
+    ASSERT_TRUE(failed.wait(2000));
+    EXPECT_EQ(capture->errorMessage(), "Nothing to open the source with");
+}
+
+// A source whose grab throws drops frames like one that fails; the capture
+// runs on and stops normally.
+TEST(CaptureHub, ASourceThatThrowsOnGrabKeepsTheProcessAlive) {
+    class ThrowingSource : public CaptureStream {
+    public:
+        explicit ThrowingSource(std::atomic<int>& grabs) : grabs_(grabs) {}
+        CaptureResult<GrabbedFrame> grabFrame() override {
+            ++grabs_;
+            throw std::runtime_error("driver hiccup");
+        }
+
+    private:
+        std::atomic<int>& grabs_;
+    };
+    CaptureHub hub;
+    std::atomic<int> grabs{0};
+    auto capture = hub.acquire("display:throws", 100, [&]() -> CaptureResult<std::unique_ptr<CaptureStream>> {
+        return std::unique_ptr<CaptureStream>(std::make_unique<ThrowingSource>(grabs));
+    });
+    ASSERT_TRUE(test::waitUntil([&] { return grabs.load() >= 3; }));
+    EXPECT_EQ(capture->latestFrame().sequence, 0u);
+    EXPECT_TRUE(capture->errorMessage().isEmpty()) << "a failing grab is not a failed start";
+    capture.reset();
+    EXPECT_EQ(hub.runningCount(), 0);
 }
 
 TEST(CaptureHub, StoppingInterruptsABlockedSource) {

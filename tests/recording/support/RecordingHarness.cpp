@@ -29,9 +29,9 @@ RecordingHarness::RecordingHarness(const QString& home)
 
 RecordingHarness::~RecordingHarness() {
     session_.reset();  // takes the recorder with it, which closes any file
-    // The frame table holds the camera capture too; both must go (and the
-    // capture thread be joined) while the camera backend still exists, since
-    // the capture may still be opening its device through it.
+    // The frame table holds the camera capture too; letting go of both joins
+    // the capture thread here, so that no test leaves one running into the
+    // next.
     camera_.reset();
     frames_.reset();
     qputenv("HOME", oldHome_);
@@ -58,7 +58,8 @@ StreamingScene RecordingHarness::makeScene(const QImage& screenPicture) {
 
 void RecordingHarness::bindCamera(const Source& camera) {
     const QString id = QString::fromStdString(camera.configuration.cameraDeviceId.value_or("lavfi:smptebars"));
-    camera_ = hub_.acquire(QStringLiteral("camera:") + id, 0, [this, id] { return cameras_.openCamera(id); });
+    std::shared_ptr<LavfiCameraBackend> cameras = cameras_;
+    camera_ = hub_.acquire(QStringLiteral("camera:") + id, 0, [cameras, id] { return cameras->openCamera(id); });
     std::shared_ptr<SharedCapture> capture = camera_;
     frames_->bindCapture(camera.id, [capture] { return capture->latestFrame(); });
 }

@@ -52,9 +52,12 @@ private:
     std::unique_ptr<PresetStorage> storage_;
     std::unique_ptr<StreamManager> session_;
     RecordingManager* recorder_ = nullptr;  // owned by the session
-    std::shared_ptr<LiveFrameTable> frames_;
-    LavfiCameraBackend cameras_;
+    // The camera backend is shared with every opener handed to the hub, so
+    // that it outlives a capture thread still opening through it, whoever
+    // holds that capture last (the frame table, a recording's snapshot).
+    std::shared_ptr<LavfiCameraBackend> cameras_ = std::make_shared<LavfiCameraBackend>();
     CaptureHub hub_;
+    std::shared_ptr<LiveFrameTable> frames_;
     std::shared_ptr<SharedCapture> camera_;
 };
 

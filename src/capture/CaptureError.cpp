@@ -12,4 +12,8 @@ QString errorDescription(CaptureError error) {
     return QStringLiteral("Unknown capture error");
 }
 
+QString permissionRequiredMessage() {
+    return QStringLiteral("Screen recording permission is required. Please grant permission and restart the app.");
+}
+
 }  // namespace orvane

@@ -10,4 +10,7 @@ enum class CaptureError { noDisplayFound = 0, noWindowIdProvided, windowNotFound
 // The user-visible description, shown after "Capture error: ".
 QString errorDescription(CaptureError error);
 
+// What the display and window lists say when the desktop declined to list.
+QString permissionRequiredMessage();
+
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include "capture/CaptureBackend.h"
+#include "capture/CaptureError.h"
 #include "document/Log.h"
 
 namespace orvane {
@@ -31,8 +32,7 @@ void ScreenCaptureManager::fetchAvailableDisplays() {
 void ScreenCaptureManager::publish(const Listing& listed) {
     if (listed.wasDeclined()) {
         setNeedsPermission(true);
-        setErrorMessage(QStringLiteral(
-            "Screen recording permission is required. Please grant permission and restart the app."));
+        setErrorMessage(permissionRequiredMessage());
         logLine("❌ " + errorMessage_.toStdString() + " (" + listed.error().toStdString() + ")");
     } else if (!listed) {
         setErrorMessage(QStringLiteral("Error loading displays: ") + listed.error());

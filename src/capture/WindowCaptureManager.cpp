@@ -3,6 +3,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include "capture/CaptureBackend.h"
+#include "capture/CaptureError.h"
 #include "capture/WindowListRules.h"
 #include "document/Log.h"
 
@@ -32,8 +33,7 @@ void WindowCaptureManager::fetchAvailableWindows() {
 void WindowCaptureManager::publish(const Listing& listed) {
     if (listed.wasDeclined()) {
         setNeedsPermission(true);
-        setErrorMessage(QStringLiteral(
-            "Screen recording permission is required. Please grant permission and restart the app."));
+        setErrorMessage(permissionRequiredMessage());
         logLine("❌ " + errorMessage_.toStdString() + " (" + listed.error().toStdString() + ")");
     } else if (!listed) {
         setErrorMessage(QStringLiteral("Error loading windows: ") + listed.error());

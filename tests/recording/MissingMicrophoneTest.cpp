@@ -38,12 +38,7 @@ protected:
             ASSERT_TRUE(line.section('\t', 1, 1).endsWith(".monitor")) << "not a monitor: " << line.toStdString();
 
         harness = std::make_unique<RecordingHarness>();
-        const QString tone = sound.runtimeDir() + "/tone.wav";
-        ASSERT_EQ(sound.runTool({"sox", "-n", "-r", "48000", "-c", "2", tone, "synth", "20", "sine", "1000", "vol",
-                                 "0.5"}),
-                  QString());
-        player.start("paplay", {QStringLiteral("--device=") + SoundServer::kSink, tone});
-        ASSERT_TRUE(player.waitForStarted(5000));
+        ASSERT_EQ(sound.playSinkTone(player), QString());
     }
     void TearDown() override {
         if (player.state() != QProcess::NotRunning) {

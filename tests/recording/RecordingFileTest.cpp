@@ -44,12 +44,7 @@ protected:
         ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
         harness = std::make_unique<RecordingHarness>();
         // A 1 kHz tone plays into the default sink all through the recording.
-        tone = sound.runtimeDir() + "/tone.wav";
-        ASSERT_EQ(sound.runTool({"sox", "-n", "-r", "48000", "-c", "2", tone, "synth", "20", "sine", "1000", "vol",
-                                 "0.5"}),
-                  QString());
-        player.start("paplay", {QStringLiteral("--device=") + SoundServer::kSink, tone});
-        ASSERT_TRUE(player.waitForStarted(5000));
+        ASSERT_EQ(sound.playSinkTone(player), QString());
     }
     void TearDown() override {
         if (player.state() != QProcess::NotRunning) {
@@ -62,7 +57,6 @@ protected:
 
     SoundServer sound;
     std::unique_ptr<RecordingHarness> harness;
-    QString tone;
     QProcess player;
 };
 

@@ -115,4 +115,15 @@ void SoundServer::stop() {
     ::unsetenv("PULSE_SERVER");
 }
 
+QString SoundServer::playSinkTone(QProcess& player, QString* tonePath) const {
+    const QString tone = runtimeDir() + "/tone.wav";
+    if (const QString failure =
+            runTool({"sox", "-n", "-r", "48000", "-c", "2", tone, "synth", "20", "sine", "1000", "vol", "0.5"});
+        !failure.isEmpty())
+        return failure;
+    if (tonePath) *tonePath = tone;
+    player.start("paplay", {QStringLiteral("--device=") + kSink, tone});
+    return player.waitForStarted(5000) ? QString() : QStringLiteral("paplay did not start");
+}
+
 }  // namespace orvane::test

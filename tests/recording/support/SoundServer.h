@@ -40,6 +40,10 @@ public:
     // Runs a client tool against this server; empty on success. Its
     // standard output goes to `output` when given.
     QString runTool(const QStringList& argv, int timeoutMs = 10000, QString* output = nullptr) const;
+    // Starts `player` playing a 20-second 1 kHz tone into the sink, the
+    // system sound a recording takes; empty on success. The tone's file
+    // goes to `tonePath` when given. The caller stops the player.
+    QString playSinkTone(QProcess& player, QString* tonePath = nullptr) const;
 
 private:
     std::unique_ptr<QTemporaryDir> runtime_;

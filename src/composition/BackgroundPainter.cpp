@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "composition/ColorConvert.h"
+#include "composition/ImageBands.h"
 #include "document/HashCombine.h"
 
 namespace orvane {
@@ -105,7 +106,7 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
         return;
     }
     for (const QRect& r : strips)
-        if (!r.isEmpty()) painter.drawImage(r.topLeft(), cached_, r);
+        if (!r.isEmpty()) drawImageInBands(painter, r.topLeft(), cached_, r);
 }
 
 }  // namespace orvane

@@ -9,6 +9,7 @@
 
 #include "composition/BrandingGeometry.h"
 #include "composition/ColorConvert.h"
+#include "composition/ImageBands.h"
 #include "composition/PixelFont.h"
 #include "composition/SoftShadow.h"
 #include "document/HashCombine.h"
@@ -95,7 +96,7 @@ void BrandingPainter::paint(QPainter& painter, QSizeF canvas, const BrandingConf
         plate_ = renderPlate(branding, canvas, dpr, &plateRect_);
     }
     if (plate_.isNull()) return;
-    painter.drawImage(plateRect_.topLeft(), plate_);
+    drawImageInBands(painter, plateRect_.topLeft(), plate_);
 }
 
 }  // namespace orvane

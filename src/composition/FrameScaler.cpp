@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "composition/ImageBands.h"
+
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
 #define ORVANE_FRAME_SCALER_X86 1
@@ -176,7 +178,10 @@ bool FrameScaler::draw(QPainter& painter, QRectF target, const QImage& frame, QR
     const int lastColumn = column_[static_cast<std::size_t>(width) - 1] + 1;
     row_.resize(static_cast<std::size_t>(frame.width()));
 
-    const int bandRows = std::clamp(kBandBytes / (width * 4), 1, height);
+    // Few rows a band: under a rounded clip each row splits into several
+    // spans, and a band must stay under Qt's threshold for handing its
+    // blend to the thread pool (see ImageBands.h).
+    const int bandRows = std::clamp(kBandBytes / (width * 4), 1, std::min(height, kImageBandRows / 2));
     if (band_.format() != format || band_.width() != width || band_.height() != bandRows)
         band_ = QImage(width, bandRows, format);
     if (band_.isNull()) return false;

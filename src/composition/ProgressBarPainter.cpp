@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "composition/ColorConvert.h"
+#include "composition/ImageBands.h"
 #include "composition/PixelFont.h"
 #include "composition/ProgressBarGeometry.h"
 #include "composition/SymbolPainter.h"
@@ -110,7 +111,7 @@ void ProgressBarPainter::paint(QPainter& painter, QSizeF canvas, const ProgressB
         strip_ = renderStrip(config, canvas, dpr, &stripRect_);
     }
     if (strip_.isNull()) return;
-    painter.drawImage(stripRect_.topLeft(), strip_);
+    drawImageInBands(painter, stripRect_.topLeft(), strip_);
 }
 
 }  // namespace orvane

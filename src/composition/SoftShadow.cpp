@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "composition/FastBlur.h"
+#include "composition/ImageBands.h"
 
 namespace orvane {
 
@@ -73,7 +74,7 @@ SoftShadow SoftShadow::glowingOutline(const QPainterPath& shape, double strokeWi
 
 void SoftShadow::draw(QPainter& painter, QPointF offset) const {
     if (image_.isNull()) return;
-    painter.drawImage(target_.topLeft() + offset, image_);
+    drawImageInBands(painter, target_.topLeft() + offset, image_);
 }
 
 void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered, double corner) const {
@@ -110,7 +111,7 @@ void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered, d
         QRect(right, top, w - right, bottom - top),
     };
     for (const QRect& s : strips)
-        if (!s.isEmpty()) painter.drawImage(origin + QPointF(s.topLeft()), image_, QRectF(s));
+        if (!s.isEmpty()) drawImageInBands(painter, origin + QPointF(s.topLeft()), image_, s);
     if (!(corner > 0)) return;
     // Whole pixels again, rounded outwards.
     const int side = std::min({static_cast<int>(std::ceil(corner)), (right - left) / 2, (bottom - top) / 2});

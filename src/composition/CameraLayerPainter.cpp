@@ -20,18 +20,25 @@ CameraBox CameraLayerPainter::boxFor(const SourceConfiguration& config, SceneLay
     return SceneLayoutHelper::calculateCameraTransform(config, layout, cameraFrame);
 }
 
-QPainterPath CameraLayerPainter::clipPath(const CameraBox& box, CameraShape shape, double cornerRadius) {
-    QPainterPath path;
+FrameScaler::Outline CameraLayerPainter::outline(const CameraBox& box, CameraShape shape, double cornerRadius) {
     const QRectF r = box.rect();
     if (shape == CameraShape::circle) {
         // A circle in a box that is not square takes the shorter side.
         const double d = std::min(r.width(), r.height());
-        path.addEllipse(QRectF(r.center().x() - d / 2, r.center().y() - d / 2, d, d));
-    } else {
-        const double radius =
-            std::isfinite(cornerRadius) ? std::clamp(cornerRadius, 0.0, std::min(r.width(), r.height()) / 2) : 0.0;
-        path.addRoundedRect(r, radius, radius);
+        return {QRectF(r.center().x() - d / 2, r.center().y() - d / 2, d, d), d / 2};
     }
+    const double radius =
+        std::isfinite(cornerRadius) ? std::clamp(cornerRadius, 0.0, std::min(r.width(), r.height()) / 2) : 0.0;
+    return {r, radius};
+}
+
+QPainterPath CameraLayerPainter::clipPath(const CameraBox& box, CameraShape shape, double cornerRadius) {
+    QPainterPath path;
+    const FrameScaler::Outline o = outline(box, shape, cornerRadius);
+    if (shape == CameraShape::circle)
+        path.addEllipse(o.rect);
+    else
+        path.addRoundedRect(o.rect, o.radius, o.radius);
     return path;
 }
 
@@ -39,19 +46,19 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
                                   const SourceConfiguration& config, const SourceFrame& frame) {
     const QPainterPath path = clipPath(box, shape, config.cameraBorderRadius);
     const QRectF r = box.rect();
-    painter.save();
-    painter.setClipPath(path, Qt::IntersectClip);
     if (frame.state == SourceFrame::State::frame && !frame.image.isNull()) {
         const QImage image = ImageAdjust::adjusted(frame.image, config.cameraBrightness, config.cameraContrast);
         const double cameraZoom = std::isfinite(config.cameraZoom) ? std::clamp(config.cameraZoom, 0.01, 100.0) : 1.0;
         const QRectF zoomed = SourceFrameGeometry::cameraZoomRect(r.size(), cameraZoom)
                                   .translated(r.topLeft());
         const QRectF source = SourceFrameGeometry::aspectFillSource(image.size(), zoomed.size());
-        if (!scaler_.draw(painter, zoomed, image, source)) painter.drawImage(zoomed, image, source);
+        scaler_.drawWithin(painter, outline(box, shape, config.cameraBorderRadius), zoomed, image, source);
     } else {
+        painter.save();
+        painter.setClipPath(path, Qt::IntersectClip);
         painter.fillRect(r, Qt::black);
+        painter.restore();
     }
-    painter.restore();
 
     if (!config.cameraBorderEnabled || !(config.cameraBorderWidth > 0)) return;
     const QColor color = ColorConvert::from(config.cameraBorderColor);

@@ -28,6 +28,8 @@ public:
     static CameraBox boxFor(const SourceConfiguration& config, SceneLayout layout, QRectF cameraFrame,
                             QSizeF canvas);
     static QPainterPath clipPath(const CameraBox& box, CameraShape shape, double cornerRadius);
+    // The same shape as a rounded rectangle (a circle's radius is half its side).
+    static FrameScaler::Outline outline(const CameraBox& box, CameraShape shape, double cornerRadius);
 
 private:
     void paintBox(QPainter& painter, const CameraBox& box, CameraShape shape, const SourceConfiguration& config,

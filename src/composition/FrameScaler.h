@@ -12,16 +12,22 @@ namespace orvane {
 // Draws a captured frame scaled into a rectangle, filtered bilinearly like a
 // smooth QPainter::drawImage, at about half its cost. The frame is resampled
 // straight into device pixels in two separable passes with wide integer
-// arithmetic, a band of rows at a time (the band stays in the cache), and
-// each band is then drawn unscaled under the painter's clip, opacity and
-// composition mode. Weights have six bits, so a pixel may differ from Qt's
-// by a level or two.
+// arithmetic, a row at a time, so that the rows stay in the cache. Weights
+// have six bits, so a pixel may differ from Qt's by a level or two.
 //
 // It takes 32-bit frames (RGB32 or premultiplied ARGB32) on a raster painter
 // whose transform only scales and moves, on processors with AVX2; anything
-// else is left to the caller (draw returns false).
+// else is left to the caller (draw returns false) or, for drawWithin, to Qt.
 class FrameScaler {
 public:
+    // A rounded rectangle in painter coordinates that a frame is cut to: a
+    // screen's rounded corners, a camera's circle (a square whose radius is
+    // half its side), or with radius 0 a plain rectangle.
+    struct Outline {
+        QRectF rect;
+        double radius = 0;
+    };
+
     static bool isAvailable();
 
     // Fills `target` (painter coordinates) with the `source` part of the
@@ -30,9 +36,30 @@ public:
     // when it cannot take the case.
     bool draw(QPainter& painter, QRectF target, const QImage& frame, QRectF source = {});
 
+    // As draw, cut to `outline` with smooth edges: what drawImage gives under
+    // a clip path of that shape. When the painter draws into an image with
+    // no more than a rectangle for its clip, the rows are blended straight
+    // into the image, each over the part of it that the outline covers, and
+    // Qt's clipped blending (the larger part of the cost) is not needed.
+    // Always draws: cases the scaler cannot take go to Qt.
+    void drawWithin(QPainter& painter, const Outline& outline, QRectF target, const QImage& frame,
+                    QRectF source = {});
+
 private:
+    struct Plan;
+    enum class Planned { no, nothing, yes };
+
+    // Checks the case and prepares the columns for the device pixels of
+    // `target` that lie within `limit` (device pixels).
+    Planned plan(QPainter& painter, QRectF target, const QImage& frame, QRectF source, QRectF limit, Plan* out);
+    // Device columns [from, to) of device row y, into out[0, to - from).
+    void resampleRow(const Plan& plan, int y, int from, int to, std::uint32_t* out);
+    // Blends straight into the painter's image; false when it cannot.
+    bool blendInto(QPainter& painter, const Outline& outline, QRectF target, const QImage& frame, QRectF source);
+
     QImage band_;
     std::vector<std::uint32_t> row_;        // one vertically blended source row
+    std::vector<std::uint32_t> line_;       // one resampled row, for blending into an image
     std::vector<std::int32_t> column_;      // per output column: left source pixel
     std::vector<std::uint64_t> weights_;    // per output column: (64 - w, w) byte pairs, four times
 };

@@ -5,15 +5,48 @@
 #include <algorithm>
 #include <cmath>
 
+#include "composition/PixelBlend.h"
+#include "composition/PlainImageTarget.h"
+
 namespace orvane {
+
+namespace {
+
+// Copies or blends the rows straight into the painter's image when it is a
+// plain one and the image lands on its pixel grid; false otherwise.
+bool blitInto(QPainter& painter, QPoint at, const QImage& image, QRect source) {
+    const bool opaque = image.format() == QImage::Format_RGB32;
+    if (!opaque && image.format() != QImage::Format_ARGB32_Premultiplied) return false;
+    const std::optional<PlainImageTarget> into = PlainImageTarget::of(painter);
+    if (!into || into->toDevice().type() > QTransform::TxTranslate) return false;
+    const QRect placed = QRect(at, source.size()) & into->writable();
+    if (placed.isEmpty()) return true;
+    const int dx = source.left() - at.x();
+    const int dy = source.top() - at.y();
+    for (int y = placed.top(); y <= placed.bottom(); ++y) {
+        const auto* in = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y + dy)) + placed.left() + dx;
+        std::uint32_t* out = into->row(y) + placed.left();
+        if (opaque)
+            PixelBlend::copyOpaque(in, out, placed.width());
+        else
+            PixelBlend::sourceOver(in, out, placed.width());
+    }
+    return true;
+}
+
+}  // namespace
 
 void drawImageInBands(QPainter& painter, QPointF at, const QImage& image, QRect source) {
     source &= image.rect();
     if (source.isEmpty()) return;
     const QTransform t = painter.deviceTransform();
     const QPointF device = t.map(at);
-    const bool onGrid = image.devicePixelRatio() == 1 && t.type() <= QTransform::TxTranslate && device.x() == std::floor(device.x()) &&
-                        device.y() == std::floor(device.y());
+    // Positions beyond any image's reach (from damaged numbers) are Qt's to
+    // discard; whole pixels from here on fit an int.
+    const bool onGrid = image.devicePixelRatio() == 1 && t.type() <= QTransform::TxTranslate &&
+                        std::abs(device.x()) < 1e7 && std::abs(device.y()) < 1e7 &&
+                        device.x() == std::floor(device.x()) && device.y() == std::floor(device.y());
+    if (onGrid && blitInto(painter, device.toPoint(), image, source)) return;
     if (!onGrid || source.height() <= kImageBandRows) {
         painter.drawImage(at, image, QRectF(source));
         return;

@@ -9,7 +9,9 @@ class QPainter;
 namespace orvane {
 
 // Draws `source` of `image` unscaled with its top left at `at`, as
-// painter.drawImage(at, image, source) would, a few rows at a time.
+// painter.drawImage(at, image, source) would. Into a plain image (see
+// PlainImageTarget) a 32-bit image on the pixel grid is copied or blended
+// row by row; otherwise Qt draws it, a few rows at a time.
 //
 // Qt's raster engine splits any blend of more than about a hundred spans
 // into pieces for its GUI thread pool and waits for them. For the overlays

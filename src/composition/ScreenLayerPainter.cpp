@@ -106,19 +106,12 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
     }
 
     const QImage image = ImageAdjust::adjusted(frame.image, c.brightness - 1, 1);
-    painter.save();
-    if (radius > 0)
-        painter.setClipPath(outline, Qt::IntersectClip);
-    else
-        painter.setClipRect(r, Qt::IntersectClip);
     const FastBlur::Blurred blurred =
         blurRadius > 0 ? FastBlur::blur(image, r.size(), blurRadius) : FastBlur::Blurred{};
-    if (blurred.isNull()) {
-        if (!scaler_.draw(painter, r, image)) painter.drawImage(r, image);
-    } else if (!scaler_.draw(painter, blurred.target(r), blurred.image)) {
-        painter.drawImage(blurred.target(r), blurred.image);
-    }
-    painter.restore();
+    if (blurred.isNull())
+        scaler_.drawWithin(painter, {r, radius}, r, image);
+    else
+        scaler_.drawWithin(painter, {r, radius}, blurred.target(r), blurred.image);
 
     if (c.borderEnabled && c.borderWidth > 0) {
         // The outline and its glow (a shadow of the outline in the same

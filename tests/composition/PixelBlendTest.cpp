@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <QPainter>
+#include <cstdlib>
+#include <random>
+#include <vector>
+
+#include "composition/ImageBands.h"
+#include "composition/PixelBlend.h"
+
+namespace orvane {
+namespace {
+
+// Premultiplied pixels of every kind: opaque, clear, and translucent,
+// in runs and mixed, so that both the vector and the scalar paths run.
+std::vector<std::uint32_t> mixedPixels(int count, unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const int kind = (i / 16) % 4;
+        const int alpha = kind == 0 ? 255 : kind == 1 ? 0 : static_cast<int>(random() % 256);
+        const QRgb c = qRgba(int(random() % 256), int(random() % 256), int(random() % 256), alpha);
+        pixels[static_cast<std::size_t>(i)] = qPremultiply(c);
+    }
+    return pixels;
+}
+
+int worstChannel(std::uint32_t a, std::uint32_t b) {
+    int worst = 0;
+    for (int shift = 0; shift < 32; shift += 8)
+        worst = std::max(worst, std::abs(int((a >> shift) & 0xff) - int((b >> shift) & 0xff)));
+    return worst;
+}
+
+TEST(PixelBlend, SourceOverMatchesThePixelRuleAndQt) {
+    const int count = 1003;  // not a multiple of the vector width
+    const std::vector<std::uint32_t> src = mixedPixels(count, 1);
+    const std::vector<std::uint32_t> under = mixedPixels(count, 2);
+    std::vector<std::uint32_t> out = under;
+    PixelBlend::sourceOver(src.data(), out.data(), count);
+
+    QImage qtSource(count, 1, QImage::Format_ARGB32_Premultiplied);
+    QImage qtOut(count, 1, QImage::Format_ARGB32_Premultiplied);
+    std::copy(src.begin(), src.end(), reinterpret_cast<std::uint32_t*>(qtSource.bits()));
+    std::copy(under.begin(), under.end(), reinterpret_cast<std::uint32_t*>(qtOut.bits()));
+    {
+        QPainter p(&qtOut);
+        p.drawImage(0, 0, qtSource);
+    }
+    const auto* qt = reinterpret_cast<const std::uint32_t*>(qtOut.constBits());
+    for (int i = 0; i < count; ++i) {
+        const std::size_t k = static_cast<std::size_t>(i);
+        // Vector and scalar agree to the bit.
+        EXPECT_EQ(out[k], PixelBlend::over(src[k], under[k])) << i;
+        // Qt rounds a little differently.
+        EXPECT_LE(worstChannel(out[k], qt[k]), 1) << i;
+    }
+}
+
+TEST(PixelBlend, OpaqueCopySetsAlpha) {
+    std::vector<std::uint32_t> src = {0x00112233u, 0x7f445566u, 0xff778899u, 0x00000000u, 0x12abcdefu,
+                                      0x00010203u, 0x00040506u, 0x00070809u, 0x000a0b0cu, 0x000d0e0fu};
+    std::vector<std::uint32_t> dst(src.size(), 0u);
+    PixelBlend::copyOpaque(src.data(), dst.data(), static_cast<int>(src.size()));
+    for (std::size_t i = 0; i < src.size(); ++i) EXPECT_EQ(dst[i], src[i] | 0xff000000u);
+}
+
+TEST(PixelBlend, CoverageScalesEveryChannel) {
+    EXPECT_EQ(PixelBlend::scaledBy(0xffffffffu, 255), 0xffffffffu);
+    EXPECT_EQ(PixelBlend::scaledBy(0xffffffffu, 0), 0u);
+    EXPECT_EQ(PixelBlend::scaledBy(0xff804020u, 128), 0x80402010u);
+}
+
+// drawImageInBands against one drawImage, for the images it writes itself
+// and for those it leaves to Qt.
+struct BandCase {
+    const char* name;
+    QImage::Format format;
+    QPointF at;
+    bool clip;
+};
+
+class ImageBandCases : public testing::TestWithParam<BandCase> {};
+
+TEST_P(ImageBandCases, DrawsAsDrawImageDoes) {
+    const BandCase& c = GetParam();
+    QImage image(300, 200, c.format);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<std::uint32_t*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            line[x] = c.format == QImage::Format_RGB32
+                          ? qRgb(x % 256, y % 256, (x + y) % 256)
+                          : qPremultiply(qRgba(x % 256, y % 256, 90, (x * 3 + y) % 256));
+    }
+    const QRect source(10, 5, 260, 180);
+    const auto render = [&](bool bands) {
+        QImage canvas(400, 300, QImage::Format_ARGB32_Premultiplied);
+        canvas.fill(QColor(20, 120, 60));
+        QPainter p(&canvas);
+        if (c.clip) p.setClipRect(QRect(50, 40, 200, 150));
+        if (bands)
+            drawImageInBands(p, c.at, image, source);
+        else
+            p.drawImage(c.at, image, QRectF(source));
+        return canvas;
+    };
+    const QImage expected = render(false);
+    const QImage actual = render(true);
+    int worst = 0;
+    for (int y = 0; y < expected.height(); ++y)
+        for (int x = 0; x < expected.width(); ++x) worst = std::max(worst, worstChannel(expected.pixel(x, y), actual.pixel(x, y)));
+    EXPECT_LE(worst, 1) << c.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ImageBands, ImageBandCases,
+    testing::Values(BandCase{"opaque", QImage::Format_RGB32, {20, 30}, false},
+                    BandCase{"translucent", QImage::Format_ARGB32_Premultiplied, {20, 30}, false},
+                    BandCase{"past the top left", QImage::Format_ARGB32_Premultiplied, {-40, -25}, false},
+                    BandCase{"past the bottom right", QImage::Format_RGB32, {250, 200}, false},
+                    BandCase{"within a clip", QImage::Format_ARGB32_Premultiplied, {20, 30}, true},
+                    BandCase{"between pixels", QImage::Format_ARGB32_Premultiplied, {20.5, 30.25}, true}),
+    [](const testing::TestParamInfo<BandCase>& info) {
+        std::string name = info.param.name;
+        std::replace(name.begin(), name.end(), ' ', '_');
+        return name;
+    });
+
+}  // namespace
+}  // namespace orvane

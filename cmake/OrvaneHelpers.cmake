@@ -25,6 +25,9 @@ function(orvane_add_test name)
   target_compile_definitions(${name} PRIVATE
     ORVANE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
     ORVANE_TEST_DATA_DIR="${CMAKE_SOURCE_DIR}/tests/data")
+  # Line tables are all a failing test's backtrace needs; full debug
+  # information made test sources a quarter slower to compile.
+  target_compile_options(${name} PRIVATE -g1)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()

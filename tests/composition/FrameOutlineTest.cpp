@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <functional>
 
+#include "ChannelDifference.h"
 #include "composition/FrameScaler.h"
 
 namespace orvane {
@@ -28,38 +29,21 @@ QImage frameWithDetail(QSize size, QImage::Format format, int alpha = 255) {
     return image;
 }
 
-struct Difference {
-    int worst = 0;
-    double mean = 0;
-    int pixels = 0;  // pixels that differ at all
-};
-
-// Per channel over the pixels of `area` whose distance from the outline's
-// edge is at least `margin` (inside or out) when `edges` is false, or less
-// than `margin` when it is true.
-Difference compare(const QImage& a, const QImage& b, const QPainterPath& outline, double margin, bool edges) {
-    Difference d;
-    long long sum = 0;
-    long long count = 0;
+// Per channel over the pixels whose distance from the outline's edge is at
+// least `margin` (inside or out) when `edges` is false, or less than
+// `margin` when it is true.
+test::ChannelDifference compare(const QImage& a, const QImage& b, const QPainterPath& outline, double margin,
+                                bool edges) {
+    test::ChannelDifference d;
     QPainterPathStroker stroker;
     stroker.setWidth(2 * margin);
     const QPainterPath band = stroker.createStroke(outline);
     for (int y = 0; y < a.height(); ++y) {
         const auto* pa = reinterpret_cast<const quint32*>(a.constScanLine(y));
         const auto* pb = reinterpret_cast<const quint32*>(b.constScanLine(y));
-        for (int x = 0; x < a.width(); ++x) {
-            const bool nearEdge = band.contains(QPointF(x + 0.5, y + 0.5));
-            if (nearEdge != edges) continue;
-            if (pa[x] != pb[x]) ++d.pixels;
-            for (int shift = 0; shift < 32; shift += 8) {
-                const int delta = std::abs(int((pa[x] >> shift) & 0xff) - int((pb[x] >> shift) & 0xff));
-                d.worst = std::max(d.worst, delta);
-                sum += delta;
-                ++count;
-            }
-        }
+        for (int x = 0; x < a.width(); ++x)
+            if (band.contains(QPointF(x + 0.5, y + 0.5)) == edges) d.add(pa[x], pb[x]);
     }
-    d.mean = count ? double(sum) / double(count) : 0;
     return d;
 }
 
@@ -134,14 +118,15 @@ TEST_P(FrameOutlineCases, MatchesDrawImageUnderAClipPath) {
     const Case& c = GetParam();
     const QPainterPath outline = deviceOutline(c);
     // Away from the edge: the scaler's six-bit weights against Qt's.
-    const Difference inside =
+    const test::ChannelDifference inside =
         compare(render(c, Way::drawImage, false), render(c, Way::scaler, false), outline, 2, false);
-    EXPECT_LE(inside.worst, 16) << c.name;
-    EXPECT_LT(inside.mean, 0.6) << c.name;
+    EXPECT_LE(inside.worst(), 16) << c.name;
+    EXPECT_LT(inside.mean(), 0.6) << c.name;
     // On the edge: two smoothings of the same curve.
-    const Difference edge = compare(render(c, Way::fillPath, true), render(c, Way::scaler, true), outline, 2, true);
-    EXPECT_LE(edge.worst, 40) << c.name;
-    EXPECT_LT(edge.mean, 1.0) << c.name;
+    const test::ChannelDifference edge =
+        compare(render(c, Way::fillPath, true), render(c, Way::scaler, true), outline, 2, true);
+    EXPECT_LE(edge.worst(), 40) << c.name;
+    EXPECT_LT(edge.mean(), 1.0) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -203,12 +188,12 @@ TEST_P(FrameOutlineFallbacks, StillCutToTheOutline) {
     outline.addRoundedRect(cut, 20, 20);
     const QImage expected = render(false);
     const QImage actual = render(true);
-    const Difference inside = compare(expected, actual, outline, 2, false);
-    EXPECT_LE(inside.worst, 16) << u.name;
-    EXPECT_LT(inside.mean, 0.6) << u.name;
+    const test::ChannelDifference inside = compare(expected, actual, outline, 2, false);
+    EXPECT_LE(inside.worst(), 16) << u.name;
+    EXPECT_LT(inside.mean(), 0.6) << u.name;
     // Cut as Qt cuts it: the very same edge.
-    const Difference edge = compare(expected, actual, outline, 2, true);
-    EXPECT_LE(edge.worst, 16) << u.name;
+    const test::ChannelDifference edge = compare(expected, actual, outline, 2, true);
+    EXPECT_LE(edge.worst(), 16) << u.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(

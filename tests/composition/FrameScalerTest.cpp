@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "ChannelDifference.h"
 #include "composition/FrameScaler.h"
 #include "composition/TestFrameSource.h"
 
@@ -28,31 +29,17 @@ QImage detailedFrame(QSize size, QImage::Format format) {
     return image;
 }
 
-struct Difference {
-    int worst = 0;
-    double mean = 0;
-};
-
 // Per channel, over the pixels at least `margin` away from the edge of
 // `area`: the edge pixels of a fractional rectangle are covered by the clip
 // alone in one picture and by clip and fill in the other.
-Difference compare(const QImage& a, const QImage& b, QRect area, int margin) {
-    Difference d;
-    long long sum = 0;
-    long long count = 0;
+test::ChannelDifference compare(const QImage& a, const QImage& b, QRect area, int margin) {
+    test::ChannelDifference d;
     const QRect inner = area.adjusted(margin, margin, -margin, -margin) & a.rect();
     for (int y = inner.top(); y <= inner.bottom(); ++y) {
         const auto* pa = reinterpret_cast<const quint32*>(a.constScanLine(y));
         const auto* pb = reinterpret_cast<const quint32*>(b.constScanLine(y));
-        for (int x = inner.left(); x <= inner.right(); ++x)
-            for (int shift = 0; shift < 32; shift += 8) {
-                const int delta = std::abs(int((pa[x] >> shift) & 0xff) - int((pb[x] >> shift) & 0xff));
-                d.worst = std::max(d.worst, delta);
-                sum += delta;
-                ++count;
-            }
+        for (int x = inner.left(); x <= inner.right(); ++x) d.add(pa[x], pb[x]);
     }
-    d.mean = count ? double(sum) / double(count) : 0;
     return d;
 }
 
@@ -97,15 +84,15 @@ TEST_P(FrameScalerCases, MatchesSmoothDrawImage) {
     const QImage actual = render(true);
     const QPointF centre(c.canvas.width() / 2.0, c.canvas.height() / 2.0);
     const QRectF placed(centre + (c.target.topLeft() - centre) * c.zoom, c.target.size() * c.zoom);
-    const Difference inside = compare(expected, actual, placed.toAlignedRect(), 14);
+    const test::ChannelDifference inside = compare(expected, actual, placed.toAlignedRect(), 14);
     // Six-bit weights against Qt's own rounding: a few levels on the finest
     // lines at most, next to nothing on average.
-    EXPECT_LE(inside.worst, 16) << c.name;
-    EXPECT_LT(inside.mean, 0.6) << c.name;
+    EXPECT_LE(inside.worst(), 16) << c.name;
+    EXPECT_LT(inside.mean(), 0.6) << c.name;
     // Outside the frame nothing is touched.
-    const Difference outside = compare(expected, actual, QRect(0, 0, c.canvas.width(), 2), 0);
+    const test::ChannelDifference outside = compare(expected, actual, QRect(0, 0, c.canvas.width(), 2), 0);
     if (placed.top() > 3) {
-        EXPECT_EQ(outside.worst, 0) << c.name;
+        EXPECT_EQ(outside.worst(), 0) << c.name;
     }
 }
 
@@ -144,10 +131,10 @@ TEST(FrameScaler, HighDensityCanvas) {
     };
     const QImage expected = render(false);
     const QImage actual = render(true);
-    const Difference inside = compare(expected, actual, QRect(80, 60, 800, 400), 2);
-    EXPECT_LE(inside.worst, 16);
-    EXPECT_LT(inside.mean, 0.6);
-    EXPECT_EQ(compare(expected, actual, QRect(0, 0, 960, 50), 0).worst, 0);
+    const test::ChannelDifference inside = compare(expected, actual, QRect(80, 60, 800, 400), 2);
+    EXPECT_LE(inside.worst(), 16);
+    EXPECT_LT(inside.mean(), 0.6);
+    EXPECT_EQ(compare(expected, actual, QRect(0, 0, 960, 50), 0).worst(), 0);
 }
 
 TEST(FrameScaler, LeavesWhatItCannotTakeToTheCaller) {

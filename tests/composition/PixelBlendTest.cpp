@@ -5,6 +5,7 @@
 #include <random>
 #include <vector>
 
+#include "ChannelDifference.h"
 #include "composition/ImageBands.h"
 #include "composition/PixelBlend.h"
 
@@ -23,13 +24,6 @@ std::vector<std::uint32_t> mixedPixels(int count, unsigned seed) {
         pixels[static_cast<std::size_t>(i)] = qPremultiply(c);
     }
     return pixels;
-}
-
-int worstChannel(std::uint32_t a, std::uint32_t b) {
-    int worst = 0;
-    for (int shift = 0; shift < 32; shift += 8)
-        worst = std::max(worst, std::abs(int((a >> shift) & 0xff) - int((b >> shift) & 0xff)));
-    return worst;
 }
 
 TEST(PixelBlend, SourceOverMatchesThePixelRuleAndQt) {
@@ -53,7 +47,7 @@ TEST(PixelBlend, SourceOverMatchesThePixelRuleAndQt) {
         // Vector and scalar agree to the bit.
         EXPECT_EQ(out[k], PixelBlend::over(src[k], under[k])) << i;
         // Qt rounds a little differently.
-        EXPECT_LE(worstChannel(out[k], qt[k]), 1) << i;
+        EXPECT_LE(test::ChannelDifference::worstOf(out[k], qt[k]), 1) << i;
     }
 }
 
@@ -106,10 +100,10 @@ TEST_P(ImageBandCases, DrawsAsDrawImageDoes) {
     };
     const QImage expected = render(false);
     const QImage actual = render(true);
-    int worst = 0;
+    test::ChannelDifference d;
     for (int y = 0; y < expected.height(); ++y)
-        for (int x = 0; x < expected.width(); ++x) worst = std::max(worst, worstChannel(expected.pixel(x, y), actual.pixel(x, y)));
-    EXPECT_LE(worst, 1) << c.name;
+        for (int x = 0; x < expected.width(); ++x) d.add(expected.pixel(x, y), actual.pixel(x, y));
+    EXPECT_LE(d.worst(), 1) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(

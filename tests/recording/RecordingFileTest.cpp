@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QProcess>
 
 #include <cmath>
 #include <iostream>
@@ -44,20 +43,15 @@ protected:
         ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
         harness = std::make_unique<RecordingHarness>();
         // A 1 kHz tone plays into the default sink all through the recording.
-        ASSERT_EQ(sound.playSinkTone(player), QString());
+        ASSERT_EQ(sound.playSinkTone(), QString());
     }
     void TearDown() override {
-        if (player.state() != QProcess::NotRunning) {
-            player.kill();
-            player.waitForFinished(3000);
-        }
         harness.reset();
         sound.stop();
     }
 
     SoundServer sound;
     std::unique_ptr<RecordingHarness> harness;
-    QProcess player;
 };
 
 TEST_P(RecordingFileTest, ThreeSecondsOfTheProgramWithTheChosenTracks) {

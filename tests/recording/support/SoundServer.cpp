@@ -98,7 +98,7 @@ QString SoundServer::runTool(const QStringList& argv, int timeoutMs, QString* ou
 }
 
 void SoundServer::stop() {
-    for (std::unique_ptr<QProcess>* client : {&listener_, &voice_}) {
+    for (std::unique_ptr<QProcess>* client : {&sinkTone_, &listener_, &voice_}) {
         if (*client && (*client)->state() != QProcess::NotRunning) {
             (*client)->kill();
             (*client)->waitForFinished(3000);
@@ -115,15 +115,15 @@ void SoundServer::stop() {
     ::unsetenv("PULSE_SERVER");
 }
 
-QString SoundServer::playSinkTone(QProcess& player, QString* tonePath) const {
+QString SoundServer::playSinkTone() {
     const QString tone = runtimeDir() + "/tone.wav";
     if (const QString failure =
             runTool({"sox", "-n", "-r", "48000", "-c", "2", tone, "synth", "20", "sine", "1000", "vol", "0.5"});
         !failure.isEmpty())
         return failure;
-    if (tonePath) *tonePath = tone;
-    player.start("paplay", {QStringLiteral("--device=") + kSink, tone});
-    return player.waitForStarted(5000) ? QString() : QStringLiteral("paplay did not start");
+    sinkTone_ = std::make_unique<QProcess>();
+    sinkTone_->start("paplay", {QStringLiteral("--device=") + kSink, tone});
+    return sinkTone_->waitForStarted(5000) ? QString() : QStringLiteral("paplay did not start");
 }
 
 }  // namespace orvane::test

@@ -40,15 +40,15 @@ public:
     // Runs a client tool against this server; empty on success. Its
     // standard output goes to `output` when given.
     QString runTool(const QStringList& argv, int timeoutMs = 10000, QString* output = nullptr) const;
-    // Starts `player` playing a 20-second 1 kHz tone into the sink, the
-    // system sound a recording takes; empty on success. The tone's file
-    // goes to `tonePath` when given. The caller stops the player.
-    QString playSinkTone(QProcess& player, QString* tonePath = nullptr) const;
+    // Plays a 20-second 1 kHz tone into the sink, the system sound a
+    // recording takes, until stop(); empty on success.
+    QString playSinkTone();
 
 private:
     std::unique_ptr<QTemporaryDir> runtime_;
     std::unique_ptr<QProcess> voice_;     // the microphone's tone
     std::unique_ptr<QProcess> listener_;  // keeps the microphone running
+    std::unique_ptr<QProcess> sinkTone_;  // the system sound
     qint64 pid_ = -1;
 };
 

@@ -44,7 +44,6 @@ QPainterPath CameraLayerPainter::clipPath(const CameraBox& box, CameraShape shap
 
 void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, CameraShape shape,
                                   const SourceConfiguration& config, const SourceFrame& frame) {
-    const QPainterPath path = clipPath(box, shape, config.cameraBorderRadius);
     const QRectF r = box.rect();
     if (frame.state == SourceFrame::State::frame && !frame.image.isNull()) {
         const QImage image = ImageAdjust::adjusted(frame.image, config.cameraBrightness, config.cameraContrast);
@@ -55,7 +54,7 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
         scaler_.drawWithin(painter, outline(box, shape, config.cameraBorderRadius), zoomed, image, source);
     } else {
         painter.save();
-        painter.setClipPath(path, Qt::IntersectClip);
+        painter.setClipPath(clipPath(box, shape, config.cameraBorderRadius), Qt::IntersectClip);
         painter.fillRect(r, Qt::black);
         painter.restore();
     }
@@ -71,7 +70,7 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
                                           int(shape), config.cameraBorderRadius, width, sigma, color.rgba());
     if (key != borderKey_) {
         borderKey_ = key;
-        border_ = SoftShadow::glowingOutline(path, width, sigma, color);
+        border_ = SoftShadow::glowingOutline(clipPath(box, shape, config.cameraBorderRadius), width, sigma, color);
     }
     // Only the band around the outline holds anything: leave out the inside.
     const double reach = width / 2 + 3 * sigma + 2;

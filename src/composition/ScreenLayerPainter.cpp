@@ -89,9 +89,6 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
     QRectF r;
     double radius = 0;
     if (!place(box, source, frame, &r, &radius)) return;
-    QPainterPath outline;
-    outline.addRoundedRect(r, radius, radius);
-
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -122,6 +119,8 @@ void ScreenLayerPainter::paint(QPainter& painter, QRectF box, const Source& sour
                                               c.borderWidth, sigma, color.rgba());
         if (key != borderKey_) {
             borderKey_ = key;
+            QPainterPath outline;
+            outline.addRoundedRect(r, radius, radius);
             border_ = SoftShadow::glowingOutline(outline, c.borderWidth, sigma, color);
         }
         // Along the straight edges the glow reaches as far in as it does out;

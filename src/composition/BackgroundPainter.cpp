@@ -105,8 +105,7 @@ void BackgroundPainter::paint(QPainter& painter, QSizeF canvas, const StreamingS
         painter.drawImage(QRectF(QPointF(0, 0), canvas), cached_);
         return;
     }
-    for (const QRect& r : strips)
-        if (!r.isEmpty()) drawImageInBands(painter, r.topLeft(), cached_, r);
+    drawImageAround(painter, QPointF(0, 0), cached_, all, hole);
 }
 
 }  // namespace orvane

@@ -2,8 +2,10 @@
 
 #include <QImage>
 #include <QRectF>
-#include <cstdint>
+#include <utility>
 #include <vector>
+
+#include "composition/RowResampler.h"
 
 class QPainter;
 
@@ -11,8 +13,7 @@ namespace orvane {
 
 // Draws a captured frame scaled into a rectangle, filtered bilinearly like a
 // smooth QPainter::drawImage, at about half its cost. The frame is resampled
-// straight into device pixels in two separable passes with wide integer
-// arithmetic, a row at a time, so that the rows stay in the cache. Weights
+// straight into device pixels a row at a time (see RowResampler). Weights
 // have six bits, so a pixel may differ from Qt's by a level or two.
 //
 // It takes 32-bit frames (RGB32 or premultiplied ARGB32) on a raster painter
@@ -52,16 +53,12 @@ private:
     // Checks the case and prepares the columns for the device pixels of
     // `target` that lie within `limit` (device pixels).
     Planned plan(QPainter& painter, QRectF target, const QImage& frame, QRectF source, QRectF limit, Plan* out);
-    // Device columns [from, to) of device row y, into out[0, to - from).
-    void resampleRow(const Plan& plan, int y, int from, int to, std::uint32_t* out);
     // Blends straight into the painter's image; false when it cannot.
     bool blendInto(QPainter& painter, const Outline& outline, QRectF target, const QImage& frame, QRectF source);
 
+    RowResampler resampler_;
     QImage band_;
-    std::vector<std::uint32_t> row_;        // one vertically blended source row
-    std::vector<std::uint32_t> line_;       // one resampled row, for blending into an image
-    std::vector<std::int32_t> column_;      // per output column: left source pixel
-    std::vector<std::uint64_t> weights_;    // per output column: (64 - w, w) byte pairs, four times
+    std::vector<std::pair<int, int>> spans_;  // per device row: the columns an outline covers
 };
 
 }  // namespace orvane

@@ -29,4 +29,11 @@ inline void drawImageInBands(QPainter& painter, QPointF at, const QImage& image)
     drawImageInBands(painter, at, image, image.rect());
 }
 
+// As drawImageInBands, less `hole` (pixels of the image): what lies around
+// something opaque that will be drawn over it. Into a plain image the parts
+// either side of the hole are drawn row by row, so that the two sides are
+// read and written as the rows lie in memory rather than as two long, thin
+// strips.
+void drawImageAround(QPainter& painter, QPointF at, const QImage& image, QRect source, QRect hole);
+
 }  // namespace orvane

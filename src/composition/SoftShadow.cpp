@@ -102,16 +102,7 @@ void SoftShadow::drawAround(QPainter& painter, QPointF offset, QRectF covered, d
         draw(painter, offset);
         return;
     }
-    const int w = image_.width();
-    const int h = image_.height();
-    const QRect strips[] = {
-        QRect(0, 0, w, top),
-        QRect(0, bottom, w, h - bottom),
-        QRect(0, top, left, bottom - top),
-        QRect(right, top, w - right, bottom - top),
-    };
-    for (const QRect& s : strips)
-        if (!s.isEmpty()) drawImageInBands(painter, origin + QPointF(s.topLeft()), image_, s);
+    drawImageAround(painter, origin, image_, image_.rect(), QRect(left, top, right - left, bottom - top));
     if (!(corner > 0)) return;
     // Whole pixels again, rounded outwards.
     const int side = std::min({static_cast<int>(std::ceil(corner)), (right - left) / 2, (bottom - top) / 2});

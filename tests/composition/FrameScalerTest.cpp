@@ -104,7 +104,13 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"fractional placement", {960, 540}, {100.3, 50.7, 700.4, 401.1}, {}, 1.0, QImage::Format_RGB32},
         Case{"upscale", {1920, 1080}, {-20.5, 10.25, 1960, 1100}, {}, 1.0, QImage::Format_RGB32},
         Case{"cropped source", {960, 540}, {600, 300, 300, 220}, {180, 0, 960, 720}, 1.0, QImage::Format_RGB32},
-        Case{"under zoom", {960, 540}, {96, 54, 768, 432}, {}, 1.07, QImage::Format_RGB32}),
+        Case{"under zoom", {960, 540}, {96, 54, 768, 432}, {}, 1.07, QImage::Format_RGB32},
+        // Steeper than a half: each pixel's neighbours are fetched one by one.
+        Case{"steep downscale", {960, 540}, {400, 200, 290, 163}, {}, 1.0, QImage::Format_RGB32},
+        // The source's right and bottom edges, where reading eight pixels
+        // at a time would run past the row.
+        Case{"source at the frame edges", {960, 540}, {300, 150, 412.6, 341.3}, {1013.5, 380.2, 266.5, 339.8}, 1.0,
+             QImage::Format_ARGB32_Premultiplied}),
     [](const testing::TestParamInfo<Case>& info) {
         std::string name = info.param.name;
         std::replace(name.begin(), name.end(), ' ', '_');

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
+#include <cmath>
 #include <cstdlib>
 #include <random>
 #include <vector>
@@ -104,6 +105,53 @@ TEST_P(ImageBandCases, DrawsAsDrawImageDoes) {
     for (int y = 0; y < expected.height(); ++y)
         for (int x = 0; x < expected.width(); ++x) d.add(expected.pixel(x, y), actual.pixel(x, y));
     EXPECT_LE(d.worst(), 1) << c.name;
+}
+
+// drawImageAround: as one drawImage, except that the pixels under the hole
+// keep what was there.
+TEST_P(ImageBandCases, LeavesTheHoleAsItWas) {
+    const BandCase& c = GetParam();
+    // Between pixels, the pixels along the hole's edge belong to neither
+    // side: those are left out of the comparison.
+    const bool onGrid = c.at.x() == std::floor(c.at.x()) && c.at.y() == std::floor(c.at.y());
+    QImage image(300, 200, c.format);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<std::uint32_t*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            line[x] = c.format == QImage::Format_RGB32
+                          ? qRgb(x % 256, y % 256, (x + y) % 256)
+                          : qPremultiply(qRgba(x % 256, y % 256, 90, (x * 3 + y) % 256));
+    }
+    const QRect source(10, 5, 260, 180);
+    // In the middle, along the left edge, and reaching past the source.
+    for (const QRect hole : {QRect(60, 40, 150, 100), QRect(0, 30, 120, 60), QRect(200, 100, 200, 200)}) {
+        QImage background(400, 300, QImage::Format_ARGB32_Premultiplied);
+        background.fill(QColor(20, 120, 60));
+        const auto render = [&](bool around) {
+            QImage canvas = background.copy();
+            QPainter p(&canvas);
+            if (c.clip) p.setClipRect(QRect(50, 40, 200, 150));
+            if (around)
+                drawImageAround(p, c.at, image, source, hole);
+            else
+                p.drawImage(c.at, image, QRectF(source));
+            return canvas;
+        };
+        QImage expected = render(false);
+        const QPoint at(static_cast<int>(std::floor(c.at.x())), static_cast<int>(std::floor(c.at.y())));
+        const QRect underHole = (hole & source).translated(at - source.topLeft());
+        const QRect edge = onGrid ? QRect() : underHole.adjusted(-1, -1, 1, 1);
+        for (int y = 0; y < expected.height(); ++y)
+            for (int x = 0; x < expected.width(); ++x)
+                if (underHole.contains(x, y)) expected.setPixel(x, y, background.pixel(x, y));
+        const QImage actual = render(true);
+        test::ChannelDifference d;
+        for (int y = 0; y < expected.height(); ++y)
+            for (int x = 0; x < expected.width(); ++x)
+                if (!edge.contains(x, y) || underHole.adjusted(1, 1, -1, -1).contains(x, y))
+                    d.add(expected.pixel(x, y), actual.pixel(x, y));
+        EXPECT_LE(d.worst(), 1) << c.name << ", hole at " << hole.x() << ", " << hole.y();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -81,6 +81,20 @@ public:
         }
     }
 
+    // The columns row y touches, [from, to), as a RowCoverage finds them,
+    // from the one line through the row that lies nearest the shape's
+    // middle: the shape is widest there. False when the row misses.
+    static bool span(const RoundedRect& shape, int y, int* from, int* to) {
+        const double middle = (shape.top + shape.bottom) / 2;
+        const int k = std::clamp(static_cast<int>(std::lround((middle - y) * kLines - 0.5)), 0, kLines - 1);
+        double a = 0;
+        double b = 0;
+        if (!shape.extent(y + (k + 0.5) / kLines, &a, &b)) return false;
+        *from = static_cast<int>(std::floor(a));
+        *to = static_cast<int>(std::ceil(b));
+        return *from < *to;
+    }
+
     // 0 to 255.
     std::uint8_t at(int x) const {
         double sum = 0;
@@ -208,16 +222,11 @@ bool FrameScaler::blendInto(QPainter& painter, const Outline& outline, QRectF ta
     // row once, across every column a device row needs of it.
     spans_.assign(static_cast<std::size_t>(p.height), {});
     for (int y = p.y0; y < p.y0 + p.height; ++y) {
-        if (y + kCanvasRowsAhead < p.y0 + p.height) {
-            const auto [aheadFrom, aheadTo] = spans_[static_cast<std::size_t>(y + kCanvasRowsAhead - p.y0)];
-            const auto* first = reinterpret_cast<const char*>(into->row(y + kCanvasRowsAhead) + aheadFrom);
-            const auto* last = reinterpret_cast<const char*>(into->row(y + kCanvasRowsAhead) + aheadTo);
-            for (const char* at = first; at < last; at += 64) __builtin_prefetch(at, 1, 3);
-        }
-        const RowCoverage row(shape, y);
-        if (row.empty()) continue;
-        const int from = std::max(row.from, p.x0);
-        const int to = std::min(row.to, p.x0 + p.width);
+        int from = 0;
+        int to = 0;
+        if (!RowCoverage::span(shape, y, &from, &to)) continue;
+        from = std::max(from, p.x0);
+        to = std::min(to, p.x0 + p.width);
         if (to <= from) continue;
         spans_[static_cast<std::size_t>(y - p.y0)] = {from, to};
         resampler_.announce(y, from, to);
@@ -227,6 +236,12 @@ bool FrameScaler::blendInto(QPainter& painter, const Outline& outline, QRectF ta
     for (int y = p.y0; y < p.y0 + p.height; ++y) {
         const auto [from, to] = spans_[static_cast<std::size_t>(y - p.y0)];
         if (to <= from) continue;
+        if (y + kCanvasRowsAhead < p.y0 + p.height) {
+            const auto [aheadFrom, aheadTo] = spans_[static_cast<std::size_t>(y + kCanvasRowsAhead - p.y0)];
+            const auto* first = reinterpret_cast<const char*>(into->row(y + kCanvasRowsAhead) + aheadFrom);
+            const auto* last = reinterpret_cast<const char*>(into->row(y + kCanvasRowsAhead) + aheadTo);
+            for (const char* at = first; at < last; at += 64) __builtin_prefetch(at, 1, 3);
+        }
         const RowCoverage row(shape, y);
         const int fullFrom = std::clamp(row.fullFrom, from, to);
         const int fullTo = std::clamp(row.fullTo, fullFrom, to);

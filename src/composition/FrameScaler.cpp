@@ -245,8 +245,13 @@ bool FrameScaler::blendInto(QPainter& painter, const Outline& outline, QRectF ta
         const RowCoverage row(shape, y);
         const int fullFrom = std::clamp(row.fullFrom, from, to);
         const int fullTo = std::clamp(row.fullTo, fullFrom, to);
-        const std::uint32_t* in = resampler_.row(y, from, to) - from;
         std::uint32_t* out = into->row(y);
+        if (fullFrom == from && fullTo == to) {
+            // No edge in this row: blended straight in.
+            resampler_.blendRow(y, from, to, out, opaque);
+            continue;
+        }
+        const std::uint32_t* in = resampler_.row(y, from, to) - from;
         const auto edge = [&](int x) {
             const std::uint32_t coverage = row.at(x);
             if (coverage == 0) return;

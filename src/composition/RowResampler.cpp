@@ -1,5 +1,7 @@
 #include "composition/RowResampler.h"
 
+#include "composition/PixelBlend.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -67,6 +69,38 @@ __attribute__((target("avx2"))) void blendRows(const std::uint32_t* a, const std
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_packus_epi16(lo, hi));
     }
     for (; i < count; ++i) out[i] = lerp(a[i], b[i], w);
+}
+
+// out[i] = (a[i] blended towards b[i] by w / 64) over out[i]: stored as it
+// is where it is opaque (always, with `opaque`), blended where not.
+__attribute__((target("avx2"))) void blendRowsOver(const std::uint32_t* a, const std::uint32_t* b, std::uint32_t* out,
+                                                   int count, int w, bool opaque) {
+    const __m256i weights = _mm256_set1_epi16(static_cast<short>((w << 8) | (kOne - w)));
+    const __m256i round = _mm256_set1_epi16(kOne / 2);
+    const __m256i alpha = _mm256_set1_epi32(static_cast<int>(0xff000000u));
+    int i = 0;
+    for (; i + 8 <= count; i += 8) {
+        const __m256i va = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + i));
+        const __m256i vb = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + i));
+        __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(va, vb), weights);
+        __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(va, vb), weights);
+        lo = _mm256_srli_epi16(_mm256_add_epi16(lo, round), kShift);
+        hi = _mm256_srli_epi16(_mm256_add_epi16(hi, round), kShift);
+        __m256i pixels = _mm256_packus_epi16(lo, hi);
+        if (opaque) {
+            pixels = _mm256_or_si256(pixels, alpha);
+        } else if (_mm256_movemask_epi8(_mm256_cmpeq_epi32(_mm256_and_si256(pixels, alpha), alpha)) != -1) {
+            alignas(32) std::uint32_t some[8];
+            _mm256_store_si256(reinterpret_cast<__m256i*>(some), pixels);
+            PixelBlend::sourceOver(some, out + i, 8);
+            continue;
+        }
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), pixels);
+    }
+    for (; i < count; ++i) {
+        const std::uint32_t pixel = lerp(a[i], b[i], w);
+        out[i] = opaque ? pixel | 0xff000000u : PixelBlend::over(pixel, out[i]);
+    }
 }
 
 // Groups [from, to) of a source row resampled across into out (eight
@@ -235,16 +269,30 @@ const std::uint32_t* RowResampler::across(int r, Span need) {
     return out;
 }
 
-const std::uint32_t* RowResampler::row(int y, int from, int to) {
+void RowResampler::sourcesOf(int y, int from, int to, const std::uint32_t** upper, const std::uint32_t** lower,
+                             int* w) {
     const std::size_t k = static_cast<std::size_t>(y - rows_.first);
     const int index = rowIndex_[k];
-    const int w = rowWeight_[k];
+    *w = rowWeight_[k];
     const Span need = groupsOf(from, to);
     const int offset = from - columns_.first;
-    if (w == 0) return across(index, need) + offset;
-    if (w == kOne) return across(index + 1, need) + offset;
-    const std::uint32_t* upper = across(index, need) + offset;
-    const std::uint32_t* lower = across(index + 1, need) + offset;
+    *lower = nullptr;
+    if (*w == 0) {
+        *upper = across(index, need) + offset;
+    } else if (*w == kOne) {
+        *upper = across(index + 1, need) + offset;
+    } else {
+        *upper = across(index, need) + offset;
+        *lower = across(index + 1, need) + offset;
+    }
+}
+
+const std::uint32_t* RowResampler::row(int y, int from, int to) {
+    const std::uint32_t* upper = nullptr;
+    const std::uint32_t* lower = nullptr;
+    int w = 0;
+    sourcesOf(y, from, to, &upper, &lower, &w);
+    if (!lower) return upper;
 #ifdef ORVANE_ROW_RESAMPLER_X86
     if (isAvailable()) {
         blendRows(upper, lower, blended_.data(), to - from, w);
@@ -253,6 +301,25 @@ const std::uint32_t* RowResampler::row(int y, int from, int to) {
 #endif
     for (int i = 0; i < to - from; ++i) blended_[static_cast<std::size_t>(i)] = lerp(upper[i], lower[i], w);
     return blended_.data();
+}
+
+void RowResampler::blendRow(int y, int from, int to, std::uint32_t* out, bool opaque) {
+    if (to <= from) return;
+    const std::uint32_t* upper = nullptr;
+    const std::uint32_t* lower = nullptr;
+    int w = 0;
+    sourcesOf(y, from, to, &upper, &lower, &w);
+#ifdef ORVANE_ROW_RESAMPLER_X86
+    if (lower && isAvailable()) {
+        blendRowsOver(upper, lower, out + from, to - from, w, opaque);
+        return;
+    }
+#endif
+    if (lower) upper = row(y, from, to);
+    if (opaque)
+        PixelBlend::copyOpaque(upper, out + from, to - from);
+    else
+        PixelBlend::sourceOver(upper, out + from, to - from);
 }
 
 }  // namespace orvane

@@ -53,6 +53,12 @@ public:
     // best asked for top to bottom.
     const std::uint32_t* row(int y, int from, int to);
 
+    // Device row y, columns [from, to), blended source-over straight into
+    // `out` (indexed by device column): the row is not kept anywhere in
+    // between. With `opaque` the frame's alpha bytes are taken as opaque,
+    // as an RGB32 image's are.
+    void blendRow(int y, int from, int to, std::uint32_t* out, bool opaque);
+
 private:
     // Eight device columns: their left source pixels are lanes of two
     // windows of eight pixels (left[0] for lanes 0 to 3, left[1] for 4 to
@@ -70,6 +76,9 @@ private:
     };
 
     Span groupsOf(int from, int to) const;
+    // The two source rows under device row y resampled across, with the
+    // lower one's weight; lower is null when the upper alone is the row.
+    void sourcesOf(int y, int from, int to, const std::uint32_t** upper, const std::uint32_t** lower, int* w);
     // Source row r resampled across over at least `need`.
     const std::uint32_t* across(int r, Span need);
 

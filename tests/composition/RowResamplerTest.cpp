@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ChannelDifference.h"
+#include "composition/PixelBlend.h"
 #include "composition/RowResampler.h"
 
 namespace orvane {
@@ -114,6 +115,40 @@ TEST_P(RowResamplerCases, AnyOrderAndAnySpanGiveTheSamePixels) {
         for (int x = from; x < to; ++x)
             ASSERT_EQ(row[x - from], expected[static_cast<std::size_t>(k)][static_cast<std::size_t>(x - first)])
                 << c.name << " at " << x << ", " << c.rows.first + k;
+    }
+}
+
+TEST_P(RowResamplerCases, BlendsStraightIntoARowAsOverDoes) {
+    if (!RowResampler::isAvailable()) GTEST_SKIP() << "this processor has no AVX2";
+    const Case& c = GetParam();
+    // Translucent in places: premultiplied pixels whose alpha runs from
+    // clear to opaque across the frame, opaque elsewhere.
+    Frame frame(c.frameWidth, c.frameHeight, 5);
+    for (int y = 0; y < frame.height; ++y)
+        for (int x = frame.width / 2; x < frame.width; ++x) {
+            std::uint32_t& p = frame.pixels[static_cast<std::size_t>(y) * frame.width + x];
+            const std::uint32_t a = static_cast<std::uint32_t>((x * 7 + y * 3) % 256);
+            p = (a << 24) | (PixelBlend::mul255((p >> 16) & 0xff, a) << 16) |
+                (PixelBlend::mul255((p >> 8) & 0xff, a) << 8) | PixelBlend::mul255(p & 0xff, a);
+        }
+    const int first = c.columns.first;
+    const int end = first + c.columns.count;
+    for (const bool opaque : {true, false}) {
+        RowResampler rows;
+        RowResampler blended;
+        rows.setUp(frame.bits(), frame.stride(), frame.width, c.columns, c.rows);
+        blended.setUp(frame.bits(), frame.stride(), frame.width, c.columns, c.rows);
+        for (int y = c.rows.first; y < c.rows.first + c.rows.count; ++y) {
+            std::vector<std::uint32_t> expected(static_cast<std::size_t>(end) + 4, 0x80402010u);
+            std::vector<std::uint32_t> actual = expected;
+            const std::uint32_t* row = rows.row(y, first, end);
+            if (opaque)
+                PixelBlend::copyOpaque(row, expected.data() + first, end - first);
+            else
+                PixelBlend::sourceOver(row, expected.data() + first, end - first);
+            blended.blendRow(y, first, end, actual.data(), opaque);
+            ASSERT_EQ(actual, expected) << c.name << (opaque ? ", opaque" : ", translucent") << ", row " << y;
+        }
     }
 }
 

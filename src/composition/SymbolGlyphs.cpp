@@ -119,9 +119,11 @@ constexpr std::array kGlyphs = std::to_array<SymbolGlyph>({
     {"tag.fill", "local_offer", 0xe54e},
     {"text.alignleft", "format_align_left", 0xe236},
     {"text.alignleft.fill", "format_align_left", 0xe236},
+    {"textformat", "text_fields", 0xe262},
     {"trash", "delete", 0xe872},
     {"video.fill", "videocam", 0xe04b},
     {"video.slash", "videocam_off", 0xe04c},
+    {"xmark", "close", 0xe5cd},
     {"xmark.circle.fill", "cancel", 0xe5c9},
 });
 

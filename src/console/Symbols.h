@@ -8,8 +8,7 @@
 namespace orvane {
 
 // Pictures of the interface's symbols at a size and colour, drawn with the
-// composition's symbol table. A few console-only symbols that the table does
-// not list are added here.
+// composition's symbol table.
 namespace Symbols {
 
 QPixmap pixmap(std::string_view symbol, double size, const QColor& color);

@@ -417,6 +417,19 @@ TEST(DrawingPaint, ShapesDrawnInThePopOutAtFifteenHundredLieBeyondASmallStage) {
     EXPECT_TRUE(near(small.pixelColor(100, 130), Qt::red, 3)) << test::describe(small.pixelColor(100, 130));
 }
 
+TEST(Symbols, TableIsSortedWithOneEntryPerName) {
+    // Looking a name up is a binary search.
+    const auto glyphs = SymbolGlyphs::all();
+    for (std::size_t i = 1; i < glyphs.size(); ++i)
+        EXPECT_LT(glyphs[i - 1].symbol, glyphs[i].symbol) << "at " << glyphs[i].symbol;
+    for (const SymbolGlyph& g : glyphs) {
+        const auto found = SymbolGlyphs::find(g.symbol);
+        ASSERT_TRUE(found) << g.symbol;
+        EXPECT_EQ(found->codepoint, g.codepoint) << g.symbol;
+    }
+    EXPECT_FALSE(SymbolGlyphs::find("no.such.symbol"));
+}
+
 TEST(Symbols, FontIsLoadedAndHasEveryGlyph) {
     ASSERT_TRUE(SymbolPainter::fontAvailable()) << SymbolPainter::kFontPath;
     const QFontMetricsF metrics(SymbolPainter::font(24));

@@ -12,13 +12,13 @@ namespace orvane {
 // the cache, and each device row is then a blend of two of those. So the
 // frame is read once, front to back, which the memory keeps up with, and
 // the device row comes out ready to be written where it belongs. Across a
-// row, eight device pixels whose neighbours lie within eight source pixels
-// of each other (any scale down to a half) are picked out of two plain
-// loads by permutes; steeper scales gather them one by one.
+// row, each group of four device pixels whose neighbours lie within eight
+// source pixels (any scale down to a half) is picked out of one plain load
+// by permutes; steeper scales gather the pixels one by one.
 //
 // Weights are in 64ths and every pass rounds to whole levels, so a pixel
-// may differ from Qt's by a level or two. Needs AVX2 (isAvailable); the
-// caller keeps to cases where it is.
+// may differ from Qt's by a level or two. Written for AVX2 (isAvailable);
+// without it the same arithmetic runs a pixel at a time.
 class RowResampler {
 public:
     // How device pixels [first, first + count) along one axis map to the

@@ -53,20 +53,27 @@ void sampleAxis(const RowResampler::Axis& a, Store store) {
 
 #ifdef ORVANE_ROW_RESAMPLER_X86
 
+// Eight pixels of a blended towards the eight of b by (64 - w, w) byte
+// pairs: pixels 0 1 4 5 by wLow's, 2 3 6 7 by wHigh's (the halves of the
+// two 128-bit lanes that the unpacks take).
+__attribute__((target("avx2"))) inline __m256i blendPairs(__m256i a, __m256i b, __m256i wLow, __m256i wHigh) {
+    const __m256i round = _mm256_set1_epi16(kOne / 2);
+    __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(a, b), wLow);
+    __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(a, b), wHigh);
+    lo = _mm256_srli_epi16(_mm256_add_epi16(lo, round), kShift);
+    hi = _mm256_srli_epi16(_mm256_add_epi16(hi, round), kShift);
+    return _mm256_packus_epi16(lo, hi);
+}
+
 // out[i] = a[i] blended towards b[i] by w / 64, per channel.
 __attribute__((target("avx2"))) void blendRows(const std::uint32_t* a, const std::uint32_t* b, std::uint32_t* out,
                                                int count, int w) {
     const __m256i weights = _mm256_set1_epi16(static_cast<short>((w << 8) | (kOne - w)));
-    const __m256i round = _mm256_set1_epi16(kOne / 2);
     int i = 0;
     for (; i + 8 <= count; i += 8) {
         const __m256i va = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + i));
         const __m256i vb = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + i));
-        __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(va, vb), weights);
-        __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(va, vb), weights);
-        lo = _mm256_srli_epi16(_mm256_add_epi16(lo, round), kShift);
-        hi = _mm256_srli_epi16(_mm256_add_epi16(hi, round), kShift);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), _mm256_packus_epi16(lo, hi));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + i), blendPairs(va, vb, weights, weights));
     }
     for (; i < count; ++i) out[i] = lerp(a[i], b[i], w);
 }
@@ -76,17 +83,12 @@ __attribute__((target("avx2"))) void blendRows(const std::uint32_t* a, const std
 __attribute__((target("avx2"))) void blendRowsOver(const std::uint32_t* a, const std::uint32_t* b, std::uint32_t* out,
                                                    int count, int w, bool opaque) {
     const __m256i weights = _mm256_set1_epi16(static_cast<short>((w << 8) | (kOne - w)));
-    const __m256i round = _mm256_set1_epi16(kOne / 2);
     const __m256i alpha = _mm256_set1_epi32(static_cast<int>(0xff000000u));
     int i = 0;
     for (; i + 8 <= count; i += 8) {
         const __m256i va = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a + i));
         const __m256i vb = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(b + i));
-        __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(va, vb), weights);
-        __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(va, vb), weights);
-        lo = _mm256_srli_epi16(_mm256_add_epi16(lo, round), kShift);
-        hi = _mm256_srli_epi16(_mm256_add_epi16(hi, round), kShift);
-        __m256i pixels = _mm256_packus_epi16(lo, hi);
+        __m256i pixels = blendPairs(va, vb, weights, weights);
         if (opaque) {
             pixels = _mm256_or_si256(pixels, alpha);
         } else if (_mm256_movemask_epi8(_mm256_cmpeq_epi32(_mm256_and_si256(pixels, alpha), alpha)) != -1) {
@@ -111,7 +113,6 @@ __attribute__((target("avx2"))) void acrossGroups(const std::uint32_t* row, cons
                                                   std::uint32_t* out, int from, int to, std::uint8_t gather,
                                                   const std::uint32_t* later) {
     const __m256i one = _mm256_set1_epi32(1);
-    const __m256i round = _mm256_set1_epi16(kOne / 2);
     for (int g = from; g < to; ++g) {
         const Group& group = groups[g];
         // The same pixels of a later row, asked for as this one is read.
@@ -139,11 +140,7 @@ __attribute__((target("avx2"))) void acrossGroups(const std::uint32_t* row, cons
         // halves of the two lanes, 2 3 6 7 from the high, as the weights lie.
         const __m256i wLow = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(weights + 8 * g));
         const __m256i wHigh = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(weights + 8 * g + 4));
-        __m256i lo = _mm256_maddubs_epi16(_mm256_unpacklo_epi8(left, right), wLow);
-        __m256i hi = _mm256_maddubs_epi16(_mm256_unpackhi_epi8(left, right), wHigh);
-        lo = _mm256_srli_epi16(_mm256_add_epi16(lo, round), kShift);
-        hi = _mm256_srli_epi16(_mm256_add_epi16(hi, round), kShift);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 8 * g), _mm256_packus_epi16(lo, hi));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 8 * g), blendPairs(left, right, wLow, wHigh));
     }
 }
 

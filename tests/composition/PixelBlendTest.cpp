@@ -77,16 +77,22 @@ struct BandCase {
 
 class ImageBandCases : public testing::TestWithParam<BandCase> {};
 
-TEST_P(ImageBandCases, DrawsAsDrawImageDoes) {
-    const BandCase& c = GetParam();
-    QImage image(300, 200, c.format);
+// Ramps in every channel, and for a translucent image an alpha that varies
+// from pixel to pixel.
+QImage bandImage(QImage::Format format) {
+    QImage image(300, 200, format);
     for (int y = 0; y < image.height(); ++y) {
         auto* line = reinterpret_cast<std::uint32_t*>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x)
-            line[x] = c.format == QImage::Format_RGB32
-                          ? qRgb(x % 256, y % 256, (x + y) % 256)
-                          : qPremultiply(qRgba(x % 256, y % 256, 90, (x * 3 + y) % 256));
+            line[x] = format == QImage::Format_RGB32 ? qRgb(x % 256, y % 256, (x + y) % 256)
+                                                     : qPremultiply(qRgba(x % 256, y % 256, 90, (x * 3 + y) % 256));
     }
+    return image;
+}
+
+TEST_P(ImageBandCases, DrawsAsDrawImageDoes) {
+    const BandCase& c = GetParam();
+    const QImage image = bandImage(c.format);
     const QRect source(10, 5, 260, 180);
     const auto render = [&](bool bands) {
         QImage canvas(400, 300, QImage::Format_ARGB32_Premultiplied);
@@ -114,14 +120,7 @@ TEST_P(ImageBandCases, LeavesTheHoleAsItWas) {
     // Between pixels, the pixels along the hole's edge belong to neither
     // side: those are left out of the comparison.
     const bool onGrid = c.at.x() == std::floor(c.at.x()) && c.at.y() == std::floor(c.at.y());
-    QImage image(300, 200, c.format);
-    for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<std::uint32_t*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            line[x] = c.format == QImage::Format_RGB32
-                          ? qRgb(x % 256, y % 256, (x + y) % 256)
-                          : qPremultiply(qRgba(x % 256, y % 256, 90, (x * 3 + y) % 256));
-    }
+    const QImage image = bandImage(c.format);
     const QRect source(10, 5, 260, 180);
     // In the middle, along the left edge, and reaching past the source.
     for (const QRect hole : {QRect(60, 40, 150, 100), QRect(0, 30, 120, 60), QRect(200, 100, 200, 200)}) {

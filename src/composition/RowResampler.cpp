@@ -164,7 +164,6 @@ void RowResampler::setUp(const unsigned char* pixels, long long stride, int widt
                          const Axis& rows) {
     pixels_ = pixels;
     stride_ = stride;
-    width_ = width;
     columns_ = columns;
     rows_ = rows;
 

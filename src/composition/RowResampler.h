@@ -84,7 +84,6 @@ private:
 
     const unsigned char* pixels_ = nullptr;
     long long stride_ = 0;
-    int width_ = 0;
     Axis columns_;
     Axis rows_;
 

@@ -184,7 +184,9 @@ void RecordingManager::tick() {
 // ---------------------------------------------------------------- stop
 
 void RecordingManager::stopRecording() {
-    if (!isRecording_) return;
+    // A stop already closing the file owns the outcome: a second one would
+    // report it before the file is closed.
+    if (!isRecording_ || recordingStatus_ == RecordingStatus::stopping) return;
     setRecordingStatus(RecordingStatus::stopping);
     recordingTimer_.stop();
     recordingStartTime_.reset();

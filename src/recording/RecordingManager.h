@@ -104,7 +104,8 @@ public:
 public slots:
     // Asynchronous; the outcome lands in the published state.
     void startRecording(orvane::StreamManager& streamManager);
-    // Starts the stop; does nothing unless isRecording.
+    // Starts the stop; does nothing unless isRecording, nor while a stop is
+    // under way.
     void stopRecording();
     // Shows the file in the file manager (FileManager1 ShowItems), or opens
     // its folder when no file manager answers.

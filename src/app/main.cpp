@@ -1,6 +1,9 @@
 #include <QApplication>
+#include <QFileSystemWatcher>
 #include <QGuiApplication>
 #include <QScreen>
+
+#include "LibraryLog.h"
 
 #include "console/BottomBarView.h"
 #include "console/ContentView.h"
@@ -43,6 +46,8 @@
 // Wires the subsystems into one application: the session, the console's
 // root view, and what exists of the remote server and the capture layer.
 int main(int argc, char* argv[]) {
+    // Before anything can print: every line on standard output is ours.
+    orvane::LibraryLog::install();
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("OrvaneUI"));
     QApplication::setApplicationName(QStringLiteral("OrvaneUI"));
@@ -69,6 +74,11 @@ int main(int argc, char* argv[]) {
     frames = &captureFrames;
     QObject::connect(&streamManager, &orvane::StreamManager::streamQualityChanged, &sourceCaptures,
                      [&] { sourceCaptures.setQuality(orvane::captureQualityFor(streamManager.streamQuality())); });
+    // A failed capture tries again at once when a camera is plugged in or
+    // out (its device node comes or goes), not only at its next delay.
+    QFileSystemWatcher deviceNodes({QStringLiteral("/dev")});
+    QObject::connect(&deviceNodes, &QFileSystemWatcher::directoryChanged, &sourceCaptures,
+                     &orvane::SourceCaptures::retryFailedNow);
 #ifdef ORVANE_HAVE_RECORDING
     // The recorder composes the program on a thread of its own; it reads
     // live pictures from a table that the relay keeps bound to the

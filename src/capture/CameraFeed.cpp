@@ -9,40 +9,70 @@ namespace orvane {
 CameraFeed::CameraFeed(CameraBackend& backend, CaptureHub& hub, QObject* parent)
     : QObject(parent), backend_(backend), hub_(hub) {}
 
-CameraFeed::~CameraFeed() { stop(); }
+CameraFeed::~CameraFeed() { release(); }
 
 void CameraFeed::start(const std::optional<QString>& cameraDeviceId) {
     stop();
-    const std::vector<CameraDevice> devices = backend_.cameras();
-    QString id;
-    if (cameraDeviceId) {
-        for (const CameraDevice& device : devices)
-            if (device.id == *cameraDeviceId) id = device.id;
-    } else if (!devices.empty()) {
-        id = devices.front().id;
-    }
-    if (id.isEmpty()) {
-        logLine("❌ No camera device found");
-        return;
-    }
-    setDeviceId(id);
-    CameraBackend* backend = &backend_;
-    capture_ = hub_.acquire(QStringLiteral("camera:") + id, 0, [backend, id] { return backend->openCamera(id); });
-    frameConnection_ = connect(capture_.get(), &SharedCapture::frameAvailable, this, &CameraFeed::takeLatestFrame);
-    connect(capture_.get(), &SharedCapture::failed, this,
-            [](const QString& message) { logLine("❌ Error setting up camera: " + message.toStdString()); });
-    takeLatestFrame();
+    wanted_ = cameraDeviceId;
+    attempt();
 }
 
 void CameraFeed::stop() {
+    retry_.reset();
+    wanted_.reset();
+    release();
+    setDeviceId(QString());
+    setErrorMessage(QString());
+    clearImage();
+}
+
+void CameraFeed::retryNow() { retry_.retrySoon(); }
+
+void CameraFeed::attempt() {
+    release();
+    if (!wanted_) return;
+    const std::vector<CameraDevice> devices = backend_.cameras();
+    QString id;
+    if (*wanted_) {
+        for (const CameraDevice& device : devices)
+            if (device.id == **wanted_) id = device.id;
+    } else if (!devices.empty()) {
+        id = devices.front().id;
+    }
+    if (id.isEmpty()) return fail(QStringLiteral("No camera device found"));
+    setDeviceId(id);
+    CameraBackend* backend = &backend_;
+    const bool retrying = !errorMessage_.isNull();
+    capture_ = hub_.acquire(QStringLiteral("camera:") + id, 0, [backend, id] { return backend->openCamera(id); },
+                            !retrying);
+    connect(capture_.get(), &SharedCapture::frameAvailable, this, &CameraFeed::takeLatestFrame);
+    connect(capture_.get(), &SharedCapture::failed, this, [this](const QString& message) {
+        fail(QStringLiteral("Error setting up camera: ") + message);
+    });
+    if (!capture_->errorMessage().isEmpty())
+        return fail(QStringLiteral("Error setting up camera: ") + capture_->errorMessage());
+    takeLatestFrame();
+}
+
+void CameraFeed::fail(const QString& message) {
+    if (errorMessage_.isNull()) logLine("❌ " + message.toStdString());
+    // This may run inside the capture's own failed() signal: let go of it
+    // only once that emission is over.
+    if (capture_) {
+        std::shared_ptr<SharedCapture> failedCapture = capture_;
+        QMetaObject::invokeMethod(this, [failedCapture] {}, Qt::QueuedConnection);
+    }
+    release();
+    setDeviceId(QString());
+    clearImage();
+    setErrorMessage(message);
+    retry_.scheduleAfterFailure();
+}
+
+void CameraFeed::release() {
     if (capture_) disconnect(capture_.get(), nullptr, this, nullptr);
     capture_.reset();
     shownSequence_ = 0;
-    setDeviceId(QString());
-    if (!capturedImage_.isNull()) {
-        capturedImage_ = QImage();
-        emit capturedImageChanged();
-    }
 }
 
 void CameraFeed::takeLatestFrame() {
@@ -51,6 +81,11 @@ void CameraFeed::takeLatestFrame() {
     if (frame.sequence == 0 || frame.sequence == shownSequence_) return;
     shownSequence_ = frame.sequence;
     capturedImage_ = std::move(frame.image);
+    if (!errorMessage_.isNull()) {
+        logLine("✅ Camera recovered: " + deviceId_.toStdString());
+        retry_.reset();
+        setErrorMessage(QString());
+    }
     emit capturedImageChanged();
 }
 
@@ -58,6 +93,18 @@ void CameraFeed::setDeviceId(const QString& id) {
     if (deviceId_ == id) return;
     deviceId_ = id;
     emit deviceIdChanged();
+}
+
+void CameraFeed::setErrorMessage(const QString& message) {
+    if (errorMessage_ == message && errorMessage_.isNull() == message.isNull()) return;
+    errorMessage_ = message;
+    emit errorMessageChanged();
+}
+
+void CameraFeed::clearImage() {
+    if (capturedImage_.isNull()) return;
+    capturedImage_ = QImage();
+    emit capturedImageChanged();
 }
 
 }  // namespace orvane

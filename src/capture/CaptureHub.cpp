@@ -5,13 +5,13 @@
 namespace orvane {
 
 std::shared_ptr<SharedCapture> CaptureHub::acquire(const QString& key, int framesPerSecond,
-                                                   SharedCapture::Opener opener) {
-    if (auto running = find(key)) return running;
+                                                   SharedCapture::Opener opener, bool announce) {
+    if (auto running = find(key); running && running->errorMessage().isEmpty()) return running;
     // Expired entries are swept here so the map does not grow without bound.
     std::erase_if(captures_, [](const auto& entry) { return entry.second.expired(); });
     auto capture = std::make_shared<SharedCapture>(key, framesPerSecond, std::move(opener));
     captures_[key] = capture;
-    logLine("🎬 Capture started: " + key.toStdString());
+    if (announce) logLine("🎬 Capture started: " + key.toStdString());
     return capture;
 }
 

@@ -14,12 +14,18 @@ ScreenCaptureViewModel::ScreenCaptureViewModel(CaptureBackend& backend, CaptureH
 ScreenCaptureViewModel::~ScreenCaptureViewModel() { detach(); }
 
 void ScreenCaptureViewModel::startCapture(const Source& source, const CaptureQuality& quality) {
-    detach();
+    retry_.reset();
     setCapturing(true);
     setErrorMessage(QString());
     currentSource_ = source;
     currentQuality_ = quality;
+    attempt();
+}
 
+void ScreenCaptureViewModel::attempt() {
+    detach();
+    if (!currentSource_ || !currentQuality_) return;
+    const Source& source = *currentSource_;
     std::vector<CaptureDisplay> displays;
     std::vector<ShareableWindow> windows;
     if (source.type == SourceType::screen) {
@@ -32,17 +38,19 @@ void ScreenCaptureViewModel::startCapture(const Source& source, const CaptureQua
         windows = listed.takeValue();
     }
 
-    auto resolved = CaptureTargetResolver::resolve(source, quality, displays, windows);
+    auto resolved = CaptureTargetResolver::resolve(source, *currentQuality_, displays, windows);
     if (!resolved) return fail(resolved.error());
     const CaptureTarget target = resolved.value();
     windowFrame_ = target.cursorRegion;
 
     CaptureBackend* backend = &backend_;
+    const bool retrying = !errorMessage_.isNull();
     attach(hub_.acquire(target.key(), target.framesPerSecond,
-                        [backend, target] { return backend->openStream(target); }));
+                        [backend, target] { return backend->openStream(target); }, !retrying));
 }
 
 void ScreenCaptureViewModel::stopCapture() {
+    retry_.reset();
     detach();
     setCapturing(false);
     shown_.sequence = 0;
@@ -51,6 +59,8 @@ void ScreenCaptureViewModel::stopCapture() {
         emit capturedImageChanged();
     }
 }
+
+void ScreenCaptureViewModel::retryNow() { retry_.retrySoon(); }
 
 void ScreenCaptureViewModel::attach(std::shared_ptr<SharedCapture> capture) {
     capture_ = std::move(capture);
@@ -75,7 +85,7 @@ void ScreenCaptureViewModel::detach() {
 
 void ScreenCaptureViewModel::fail(const QString& reason) {
     const QString message = QStringLiteral("Capture error: ") + reason;
-    logLine("❌ " + message.toStdString());
+    if (errorMessage_.isNull()) logLine("❌ " + message.toStdString());
     // This may run inside the capture's own failed() signal: let go of it
     // only once that emission is over.
     if (capture_) {
@@ -83,8 +93,16 @@ void ScreenCaptureViewModel::fail(const QString& reason) {
         QMetaObject::invokeMethod(this, [failedCapture] {}, Qt::QueuedConnection);
     }
     detach();
+    // A dead source's last picture would pass for a live one.
+    shown_.sequence = 0;
+    if (!shown_.image.isNull()) {
+        shown_.image = QImage();
+        emit capturedImageChanged();
+    }
     setErrorMessage(message);
     setCapturing(false);
+    setMouseOverWindow(false);
+    retry_.scheduleAfterFailure();
 }
 
 void ScreenCaptureViewModel::takeLatestFrame() {
@@ -92,6 +110,12 @@ void ScreenCaptureViewModel::takeLatestFrame() {
     CapturedFrame frame = capture_->latestFrame();
     if (frame.sequence == 0 || frame.sequence == shown_.sequence) return;
     shown_ = std::move(frame);
+    if (!errorMessage_.isNull()) {
+        logLine("✅ Capture recovered: " + capture_->key().toStdString());
+        retry_.reset();
+        setErrorMessage(QString());
+        setCapturing(true);
+    }
     emit capturedImageChanged();
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "capture/CaptureQuality.h"
+#include "capture/CaptureRetry.h"
 #include "capture/SharedCapture.h"
 #include "document/Source.h"
 
@@ -20,8 +21,15 @@ class CaptureHub;
 
 // The live picture of one screen or window source for one view. States:
 // idle (not capturing, no image), starting (capturing, no image), running
-// (capturing, images arriving), failed (not capturing, errorMessage set).
-// Views of the same target share one capture through the hub. Main thread.
+// (capturing, images arriving), failed (not capturing, no image,
+// errorMessage set). Views of the same target share one capture through
+// the hub. Main thread.
+//
+// A failed capture is tried again with growing delays (CaptureRetry), and
+// soon after retryNow(). It stays failed across the attempts, so the view
+// shows the failure steadily instead of flashing "Starting capture...",
+// until a frame arrives. The failure is logged when it begins and the
+// recovery when it ends, never once per attempt.
 class ScreenCaptureViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(QImage capturedImage READ capturedImage NOTIFY capturedImageChanged)
@@ -37,6 +45,9 @@ public:
     // Failures land in errorMessage as "Capture error: " and the reason.
     void startCapture(const Source& source, const CaptureQuality& quality);
     void stopCapture();
+    // What can be captured changed: a failed capture tries again on the
+    // next turn of the event loop. Nothing otherwise.
+    void retryNow();
 
     QImage capturedImage() const { return shown_.image; }
     // The frame behind capturedImage, with when it was grabbed.
@@ -52,6 +63,7 @@ public:
     const std::optional<CaptureQuality>& currentQuality() const { return currentQuality_; }
     // The shared capture behind this view, if one runs.
     std::shared_ptr<SharedCapture> capture() const { return capture_; }
+    const CaptureRetry& retry() const { return retry_; }
 
 signals:
     void capturedImageChanged();
@@ -60,6 +72,8 @@ signals:
     void isMouseOverWindowChanged();
 
 private:
+    // Lists, resolves and attaches the current source; failures go to fail.
+    void attempt();
     void attach(std::shared_ptr<SharedCapture> capture);
     void detach();
     void fail(const QString& reason);
@@ -80,6 +94,7 @@ private:
     QRect windowFrame_;
     std::optional<Source> currentSource_;
     std::optional<CaptureQuality> currentQuality_;
+    CaptureRetry retry_{[this] { attempt(); }};
 };
 
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #include <QMetaObject>
 
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "document/Log.h"
@@ -58,15 +59,9 @@ CaptureResult<GrabbedFrame> SharedCapture::grabFrom(CaptureStream& source) {
 
 void SharedCapture::run(std::stop_token stop) {
     CaptureResult<std::unique_ptr<CaptureStream>> opened = openSource();
-    if (!opened) {
-        const QString message = opened.error();
-        logLine("❌ Capture of " + key_.toStdString() + " failed to start: " + message.toStdString());
-        QMetaObject::invokeMethod(this, [this, message] {
-            errorMessage_ = message;
-            emit failed(message);
-        }, Qt::QueuedConnection);
-        return;
-    }
+    // Whoever shows the capture logs its failure, once however often it
+    // tries again.
+    if (!opened) return reportFailure(opened.error());
     std::unique_ptr<CaptureStream> source = opened.takeValue();
     {
         std::lock_guard lock(sourceMutex_);
@@ -80,7 +75,7 @@ void SharedCapture::run(std::stop_token stop) {
                                       std::chrono::duration<double>(1.0 / framesPerSecond_));
     auto deadline = Clock::now();
     bool lastPointerInside = false;
-    bool loggedGrabError = false;
+    std::optional<Clock::time_point> failingSince;  // set while every grab fails
 
     while (!stop.stop_requested()) {
         // A frame is dated by when it was asked for, so that its age on the
@@ -90,18 +85,21 @@ void SharedCapture::run(std::stop_token stop) {
         const auto grabbedAt = Clock::now();
         if (stop.stop_requested()) break;
         if (grabbed) {
-            loggedGrabError = false;
+            failingSince.reset();
             const bool inside = grabbed.value().pointerInside;
             publish(std::move(grabbed.value()), askedAt, grabbedAt);
             if (inside != lastPointerInside) {
                 lastPointerInside = inside;
                 QMetaObject::invokeMethod(this, [this, inside] { deliverPointer(inside); }, Qt::QueuedConnection);
             }
-        } else if (!loggedGrabError) {
-            // A window that closes or a device that hiccups drops frames; say
-            // so once per run of failures rather than once per frame.
-            loggedGrabError = true;
+        } else if (!failingSince) {
+            // A device that hiccups drops frames; say so once per run of
+            // failures rather than once per frame.
+            failingSince = grabbedAt;
             logLine("⚠️ Capture of " + key_.toStdString() + " dropped a frame: " + grabbed.error().toStdString());
+        } else if (grabbedAt - *failingSince >= kGiveUpAfter) {
+            reportFailure(grabbed.error());
+            break;
         }
 
         if (paced) {
@@ -120,6 +118,13 @@ void SharedCapture::run(std::stop_token stop) {
     }
     std::lock_guard lock(sourceMutex_);
     liveSource_ = nullptr;
+}
+
+void SharedCapture::reportFailure(const QString& message) {
+    QMetaObject::invokeMethod(this, [this, message] {
+        errorMessage_ = message;
+        emit failed(message);
+    }, Qt::QueuedConnection);
 }
 
 void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,

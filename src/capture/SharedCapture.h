@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -27,6 +28,12 @@ class SharedCapture : public QObject {
 
 public:
     using Opener = std::function<CaptureResult<std::unique_ptr<CaptureStream>>()>;
+
+    // A source whose every grab has failed for this long is gone (a window
+    // closed, a camera unplugged, a stream at its end): the capture ends
+    // with failed(), so that views show the failure instead of a frozen
+    // picture, and their owners can try again.
+    static constexpr std::chrono::milliseconds kGiveUpAfter{2000};
 
     // Opens the source on the new thread, then grabs framesPerSecond times a
     // second, or as fast as the source delivers when it paces itself.
@@ -52,6 +59,8 @@ private:
     // One frame, or a failure also when the source throws.
     static CaptureResult<GrabbedFrame> grabFrom(CaptureStream& source);
     void run(std::stop_token stop);
+    // Ends the capture: errorMessage and failed() on the main thread.
+    void reportFailure(const QString& message);
     void publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
                  std::chrono::steady_clock::time_point grabbedAt);
     void deliverFrameNotice();

@@ -10,6 +10,7 @@ struct SourceCaptures::Entry {
     std::string signature;
     std::unique_ptr<ScreenCaptureViewModel> screen;
     std::unique_ptr<CameraFeed> camera;
+    bool started = false;
 };
 
 SourceCaptures::SourceCaptures(CaptureBackend& screens, CameraBackend& cameras, CaptureHub& hub,
@@ -44,41 +45,79 @@ SourceCaptures::Entry& SourceCaptures::entryFor(const Source& source) {
                 [this, id] { emit pictureChanged(id); });
         connect(entry->screen.get(), &ScreenCaptureViewModel::errorMessageChanged, this,
                 [this, id] { emit pictureChanged(id); });
-        entry->screen->startCapture(source, quality_);
     } else if (source.type == SourceType::camera) {
         entry->camera = std::make_unique<CameraFeed>(cameras_, hub_);
         connect(entry->camera.get(), &CameraFeed::capturedImageChanged, this, [this, id] { emit pictureChanged(id); });
-        std::optional<QString> device;
-        if (source.configuration.cameraDeviceId) device = QString::fromStdString(*source.configuration.cameraDeviceId);
-        entry->camera->start(device);
+        connect(entry->camera.get(), &CameraFeed::errorMessageChanged, this, [this, id] { emit pictureChanged(id); });
+    } else {
+        entry->started = true;  // content is drawn, not captured
     }
     Entry& result = *entry;
-    entries_[id] = std::move(entry);
+    entries_[id] = std::move(entry);  // replaces, and so stops, a capture of an older configuration
+    if (!result.started) queueStart();
     return result;
+}
+
+void SourceCaptures::queueStart() {
+    if (startQueued_) return;
+    startQueued_ = true;
+    QMetaObject::invokeMethod(this, &SourceCaptures::startPending, Qt::QueuedConnection);
+}
+
+void SourceCaptures::startPending() {
+    startQueued_ = false;
+    // Starting may fail and notify at once; the entry is already in place,
+    // so whoever asks again meanwhile gets its state instead of a new start.
+    for (auto& [id, entry] : entries_) {
+        if (entry->started) continue;
+        entry->started = true;
+        if (entry->screen) {
+            entry->screen->startCapture(entry->source, quality_);
+        } else if (entry->camera) {
+            std::optional<QString> device;
+            if (entry->source.configuration.cameraDeviceId)
+                device = QString::fromStdString(*entry->source.configuration.cameraDeviceId);
+            entry->camera->start(device);
+        }
+    }
+}
+
+void SourceCaptures::retryFailedNow() {
+    for (auto& [id, entry] : entries_) {
+        if (entry->screen) entry->screen->retryNow();
+        if (entry->camera) entry->camera->retryNow();
+    }
 }
 
 SourcePicture SourceCaptures::latestPicture(const Source& source) {
     Entry& entry = entryFor(source);
+    if (!entry.started) return {SourcePicture::State::starting, {}, {}};
     if (entry.screen) {
         const ScreenCaptureViewModel& model = *entry.screen;
         if (!model.capturedImage().isNull()) return {SourcePicture::State::frame, model.capturedImage(), {}};
-        if (model.isCapturing()) return {SourcePicture::State::starting, {}, {}};
         if (!model.errorMessage().isNull()) return {SourcePicture::State::failed, {}, model.errorMessage()};
+        if (model.isCapturing()) return {SourcePicture::State::starting, {}, {}};
         return {};
     }
-    if (entry.camera && !entry.camera->capturedImage().isNull())
-        return {SourcePicture::State::frame, entry.camera->capturedImage(), {}};
+    if (entry.camera) {
+        const CameraFeed& feed = *entry.camera;
+        if (!feed.capturedImage().isNull()) return {SourcePicture::State::frame, feed.capturedImage(), {}};
+        if (!feed.errorMessage().isNull()) return {SourcePicture::State::failed, {}, feed.errorMessage()};
+    }
     return {};
 }
 
 void SourceCaptures::setQuality(const CaptureQuality& quality) {
     if (quality == quality_) return;
     quality_ = quality;
+    bool restarting = false;
     for (auto& [id, entry] : entries_) {
-        if (!entry->screen) continue;
+        if (!entry->screen || !entry->started) continue;
         entry->screen->stopCapture();
-        entry->screen->startCapture(entry->source, quality_);
+        entry->started = false;
+        restarting = true;
     }
+    if (restarting) queueStart();
 }
 
 void SourceCaptures::retainOnly(const std::vector<Uuid>& sourceIds) {

@@ -20,8 +20,12 @@ class CaptureBackend;
 class CaptureHub;
 class ScreenCaptureViewModel;
 
-// Live pictures keyed by source: the first ask for a source starts its
-// capture, later asks return its latest picture at once. Sources that show
+// Live pictures keyed by source: the first ask for a source sets its
+// capture going on the next turn of the event loop (so an ask from inside
+// a signal handler never opens anything, and a capture that fails at once
+// cannot call back into the ask), and returns "starting"; later asks return
+// its latest picture at once. A failed capture stays failed, showing its
+// message, while it is tried again with growing delays. Sources that show
 // the same display, window or camera share one capture through the hub.
 // This is what the compositor's frame source reads. Main thread.
 class SourceCaptures : public QObject {
@@ -34,11 +38,17 @@ public:
     ~SourceCaptures() override;
 
     SourcePicture latestPicture(const Source& source);
-    // Restarts every screen and window capture at the new size and rate.
+    // Restarts every screen and window capture at the new size and rate, on
+    // the next turn of the event loop.
     void setQuality(const CaptureQuality& quality);
     // Stops the captures of sources no longer drawn anywhere.
     void retainOnly(const std::vector<Uuid>& sourceIds);
     int activeCount() const { return static_cast<int>(entries_.size()); }
+
+public slots:
+    // What can be captured changed (a monitor, a window or a camera came or
+    // went): failed captures try again soon instead of at their next delay.
+    void retryFailedNow();
 
 signals:
     // A source's picture changed; repaint what shows it.
@@ -48,12 +58,16 @@ private:
     struct Entry;
     static std::string signature(const Source& source);
     Entry& entryFor(const Source& source);
+    // Starts every entry not yet started, on the next turn of the event loop.
+    void queueStart();
+    void startPending();
 
     CaptureBackend& screens_;
     CameraBackend& cameras_;
     CaptureHub& hub_;
     CaptureQuality quality_;
     std::map<Uuid, std::unique_ptr<Entry>> entries_;
+    bool startQueued_ = false;  // a startPending() call is on its way
 };
 
 }  // namespace orvane

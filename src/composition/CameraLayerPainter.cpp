@@ -10,6 +10,7 @@
 #include "composition/ColorConvert.h"
 #include "composition/ImageAdjust.h"
 #include "composition/SourceFrameGeometry.h"
+#include "composition/StatusPainter.h"
 
 namespace orvane {
 
@@ -56,6 +57,10 @@ void CameraLayerPainter::paintBox(QPainter& painter, const CameraBox& box, Camer
         painter.save();
         painter.setClipPath(clipPath(box, shape, config.cameraBorderRadius), Qt::IntersectClip);
         painter.fillRect(r, Qt::black);
+        // A camera that is gone says so on its black box; one not yet
+        // started, or with nothing asked of it, stays plain black.
+        if (frame.state == SourceFrame::State::failed)
+            StatusPainter::paintCaptureState(painter, r, frame, SourceType::camera, 0);
         painter.restore();
     }
 

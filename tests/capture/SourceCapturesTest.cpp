@@ -50,7 +50,7 @@ TEST_F(SourceCapturesTest, EachKindOfSourceGivesItsPicture) {
 
     Source stale = make(SourceType::screen);
     stale.configuration.screenId = 4242;
-    const SourcePicture failed = captures.latestPicture(stale);
+    const SourcePicture failed = pictureWhenReady(captures, stale);
     EXPECT_EQ(failed.state, SourcePicture::State::failed);
     EXPECT_EQ(failed.message, "Capture error: No display found");
 
@@ -61,7 +61,9 @@ TEST_F(SourceCapturesTest, EachKindOfSourceGivesItsPicture) {
 
     Source missingCamera = make(SourceType::camera);
     missingCamera.configuration.cameraDeviceId = "/dev/video9";
-    EXPECT_EQ(captures.latestPicture(missingCamera).state, SourcePicture::State::idle);  // a black box
+    const SourcePicture gone = pictureWhenReady(captures, missingCamera);  // said on its black box
+    EXPECT_EQ(gone.state, SourcePicture::State::failed);
+    EXPECT_EQ(gone.message, "No camera device found");
     EXPECT_EQ(captures.latestPicture(make(SourceType::content)).state, SourcePicture::State::idle);
 }
 

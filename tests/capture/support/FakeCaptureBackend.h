@@ -29,11 +29,18 @@ public:
     int openStreamCount() const override { return *open_; }
 
     int opened() const { return *opened_; }
+    // How often displays() and windows() were asked.
+    int listings() const { return listings_; }
+    // From now on every grab of every open stream fails (a window that
+    // closed, a display unplugged), or succeeds again.
+    void setGrabsFail(bool fail) { *grabsFail_ = fail; }
     std::uint32_t lastRaised = 0;
 
 private:
     std::shared_ptr<std::atomic<int>> open_ = std::make_shared<std::atomic<int>>(0);
     std::shared_ptr<std::atomic<int>> opened_ = std::make_shared<std::atomic<int>>(0);
+    std::shared_ptr<std::atomic<bool>> grabsFail_ = std::make_shared<std::atomic<bool>>(false);
+    std::atomic<int> listings_{0};  // the managers list on worker threads
 };
 
 }  // namespace orvane::test

@@ -112,4 +112,9 @@ int pixelsUnlike(const QImage& image, const QRect& area, const QColor& colour, i
     return count;
 }
 
+void X11TestClient::destroyWindow(xcb_window_t window) {
+    xcb_destroy_window(connection_, window);
+    xcb_flush(connection_);
+}
+
 }  // namespace orvane::test

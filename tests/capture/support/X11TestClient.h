@@ -32,6 +32,8 @@ public:
     };
     // Creates and maps the window; openbox then manages it.
     xcb_window_t createWindow(const RawWindow& spec);
+    // Closes it, as an application that quits does.
+    void destroyWindow(xcb_window_t window);
     void warpPointer(int x, int y);
     std::optional<xcb_window_t> activeWindow();
     // What the screen shows in that rectangle right now.

@@ -1,0 +1,112 @@
+#!/bin/bash
+# The console started on a preset whose program scene points at a monitor
+# that is not there, a window that is gone and a camera that is unplugged:
+# once with no X server at all (offscreen), once on Xvfb with openbox with
+# the console opened. Both must keep running for a minute, say each
+# failure once instead of once per attempt, not spin, and leave the preset
+# as it was.
+#   missing_sources.sh <path to orvaneui> <output directory> <golden preset> [seconds]
+set -u
+APP=$1
+OUT=$2
+GOLDEN=$3
+RUN_SECONDS=${4:-61}
+HERE=$(cd "$(dirname "$0")" && pwd)
+
+rm -rf "$OUT"
+mkdir -p "$OUT"
+PIDS=()
+cleanup() {
+  for ((i=${#PIDS[@]}-1; i>=0; i--)); do kill "${PIDS[i]}" 2>/dev/null; done
+  for pid in "${PIDS[@]}"; do wait "$pid" 2>/dev/null; done
+}
+trap cleanup EXIT
+FAILED=0
+fail() { echo "FAIL: $*"; FAILED=1; }
+
+home_for() {  # directory: a private home holding the preset
+  mkdir -p "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" "$1/home/Documents" "$1/runtime"
+  chmod 700 "$1/runtime"
+  python3 "$HERE/make_preset.py" "$GOLDEN" "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" >/dev/null
+  sha256sum "$1"/data/OrvaneUI/Presets/*.json >"$1/preset.sha256"
+}
+start_app() {  # directory, then environment assignments
+  local dir=$1
+  shift
+  env HOME="$dir/home" XDG_DATA_HOME="$dir/data" XDG_CONFIG_HOME="$dir/config" XDG_RUNTIME_DIR="$dir/runtime" \
+    PULSE_SERVER=unix:"$dir/runtime/no-sound-server" "$@" "$APP" >"$dir/app.log" 2>&1 &
+  PIDS+=($!)
+}
+cpu_ticks() { awk '{print $14 + $15}' "/proc/$1/stat" 2>/dev/null || echo 0; }
+
+echo "== offscreen, with no X server"
+home_for "$OUT/offscreen"
+start_app "$OUT/offscreen" -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscreen
+OFFSCREEN=${PIDS[-1]}
+
+echo "== on Xvfb with openbox"
+for n in $(seq 200 299); do
+  if [ ! -e "/tmp/.X11-unix/X$n" ] && [ ! -e "/tmp/.X$n-lock" ]; then DISPLAY_NUMBER=$n; break; fi
+done
+export DISPLAY=:$DISPLAY_NUMBER
+Xvfb "$DISPLAY" -screen 0 1600x1000x24 -noreset >"$OUT/xvfb.log" 2>&1 &
+PIDS+=($!)
+for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+openbox >"$OUT/openbox.log" 2>&1 &
+PIDS+=($!)
+home_for "$OUT/x11"
+start_app "$OUT/x11" QT_QPA_PLATFORM=xcb
+ONSCREEN=${PIDS[-1]}
+STARTED=$(date +%s)
+START_TICKS=$(cpu_ticks "$OFFSCREEN")
+
+MAIN=""
+for _ in $(seq 100); do
+  MAIN=$(xdotool search --onlyvisible --name '^OrvaneUI$' 2>/dev/null | head -1)
+  [ -n "$MAIN" ] && break
+  sleep 0.1
+done
+if [ -z "$MAIN" ]; then
+  fail "the console window did not appear on Xvfb"
+else
+  xdotool windowsize --sync "$MAIN" 1440 900 2>/dev/null
+  xdotool windowmove --sync "$MAIN" 0 0 2>/dev/null
+  sleep 1
+  # The preset's card opens the console.
+  python3 "$HERE/open_preset.py" "$MAIN" "Missing Sources Show" || fail "could not open the preset"
+  sleep 3
+  import -window root "$OUT/console.png" 2>/dev/null
+  python3 "$HERE/failure_marks.py" "$OUT/console.png" || fail "the stages do not show the failures"
+fi
+
+while [ $(($(date +%s) - STARTED)) -lt "$RUN_SECONDS" ]; do sleep 1; done
+END_TICKS=$(cpu_ticks "$OFFSCREEN")
+HZ=$(getconf CLK_TCK)
+
+for pair in "offscreen:$OFFSCREEN" "x11:$ONSCREEN"; do
+  name=${pair%%:*}
+  pid=${pair#*:}
+  log="$OUT/$name/app.log"
+  echo "== $name: $(wc -l <"$log") lines in ${RUN_SECONDS}s"
+  kill -0 "$pid" 2>/dev/null || fail "$name: the console is gone: $(tail -3 "$log")"
+  display_lines=$(grep -cE 'No display found|Cannot connect to the X server' "$log")
+  echo "   lines about the missing display: $display_lines"
+  [ "$display_lines" -le 2 ] || fail "$name: $display_lines lines about the missing display in a minute"
+  camera_lines=$(grep -c 'No camera device found' "$log")
+  [ "$camera_lines" -le 1 ] || fail "$name: $camera_lines lines about the missing camera"
+  [ "$(wc -l <"$log")" -le 80 ] || fail "$name: the log keeps growing"
+  grep -q 'Segmentation\|AddressSanitizer\|terminate called' "$log" && fail "$name: crashed"
+  sha256sum --quiet -c "$OUT/$name/preset.sha256" || fail "$name: the preset file changed"
+done
+grep -qE '❌ Capture error: (Cannot connect to the X server|No display found)' "$OUT/offscreen/app.log" \
+  || fail "offscreen: the failed capture was not said"
+grep -q '❌ Capture error: No display found' "$OUT/x11/app.log" || fail "x11: the missing display was not said"
+CPU_PERCENT=$(( (END_TICKS - START_TICKS) * 100 / HZ / RUN_SECONDS ))
+echo "   offscreen CPU: ${CPU_PERCENT}% of a core"
+[ "$CPU_PERCENT" -le 30 ] || fail "offscreen: ${CPU_PERCENT}% of a core with nothing to do"
+
+if [ "$FAILED" -ne 0 ]; then
+  for name in offscreen x11; do echo "--- $name log"; head -60 "$OUT/$name/app.log"; done
+  exit 1
+fi
+echo "PASS"

@@ -117,16 +117,19 @@ TEST(X11TargetWatcher, AServerThatDiesLeavesItInactiveAndIdle) {
 
 TEST(X11TargetWatcher, WithoutAServerItIsInactiveAndSilent) {
     testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     auto unset = watcherWithDisplay(nullptr);
     // No server has this number: Xvfb picks its numbers from 0 up.
     auto unreachable = watcherWithDisplay(":64999");
     QSignalSpy changed(unreachable.get(), &X11TargetWatcher::targetsChanged);
     QTest::qWait(kQuietMs);
     const std::string logged = testing::internal::GetCapturedStdout();
+    const std::string complained = testing::internal::GetCapturedStderr();
     EXPECT_FALSE(unset->isActive());
     EXPECT_FALSE(unreachable->isActive());
     EXPECT_EQ(changed.count(), 0);
     EXPECT_EQ(logged, "");
+    EXPECT_EQ(complained, "");
 }
 
 }  // namespace

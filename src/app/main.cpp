@@ -30,6 +30,7 @@
 #include "capture/StreamQualitySize.h"
 #include "capture/linux/V4l2CameraBackend.h"
 #include "capture/x11/X11CaptureBackend.h"
+#include "capture/x11/X11TargetWatcher.h"
 #include "capture/x11/X11WindowRaiser.h"
 #include "console/PermissionsManager.h"
 #endif
@@ -79,6 +80,11 @@ int main(int argc, char* argv[]) {
     QFileSystemWatcher deviceNodes({QStringLiteral("/dev")});
     QObject::connect(&deviceNodes, &QFileSystemWatcher::directoryChanged, &sourceCaptures,
                      &orvane::SourceCaptures::retryFailedNow);
+    // Likewise when a monitor is plugged in or a window opens: re-plugging
+    // the monitor brings its picture back by itself.
+    orvane::X11TargetWatcher targetWatcher;
+    QObject::connect(&targetWatcher, &orvane::X11TargetWatcher::targetsChanged, &sourceCaptures,
+                     &orvane::SourceCaptures::retryFailedNow);
 #ifdef ORVANE_HAVE_RECORDING
     // The recorder composes the program on a thread of its own; it reads
     // live pictures from a table that the relay keeps bound to the
@@ -105,9 +111,10 @@ int main(int argc, char* argv[]) {
     QObject::connect(&streamManager, &orvane::StreamManager::activeSceneChanged, &sourceCaptures, retainShown);
     QObject::connect(&streamManager, &orvane::StreamManager::programSceneChanged, &sourceCaptures, retainShown);
     streamManager.setWindowRaiser(std::make_shared<orvane::X11WindowRaiser>(captureBackend));
-    orvane::PermissionsManager::setDefaultProbe([&captureBackend] {
-        return orvane::ScreenCapturePermissionProbe(captureBackend).getScreenCapturePermissionStatus();
-    });
+    // One probe for the process, so that asking again does not repeat itself.
+    orvane::ScreenCapturePermissionProbe permissionProbe(captureBackend);
+    orvane::PermissionsManager::setDefaultProbe(
+        [&permissionProbe] { return permissionProbe.getScreenCapturePermissionStatus(); });
 #endif
 #ifdef ORVANE_HAVE_REMOTE
     // Constructed but not started: the remote panel turns it on. The bridge

@@ -55,7 +55,10 @@ void CameraFeed::attempt() {
 }
 
 void CameraFeed::fail(const QString& message) {
-    if (errorMessage_.isNull()) logLine("❌ " + message.toStdString());
+    if (errorMessage_.isNull()) {
+        const QString device = wanted_ && *wanted_ ? **wanted_ : QStringLiteral("the first camera");
+        logLine("❌ " + message.toStdString() + " (" + device.toStdString() + ")");
+    }
     // This may run inside the capture's own failed() signal: let go of it
     // only once that emission is over.
     if (capture_) {

@@ -7,8 +7,14 @@ namespace orvane {
 
 PermissionStatus ScreenCapturePermissionProbe::getScreenCapturePermissionStatus() {
     auto listed = backend_.displays();
-    if (listed) return PermissionStatus::granted;
-    logLine("⚠️ Screen capture is not available: " + listed.error().toStdString());
+    if (listed) {
+        if (lastFailure_) logLine("✅ Screen capture is available again");
+        lastFailure_.reset();
+        return PermissionStatus::granted;
+    }
+    if (lastFailure_ != listed.error())
+        logLine("⚠️ Screen capture is not available: " + listed.error().toStdString());
+    lastFailure_ = listed.error();
     return PermissionStatus::denied;
 }
 

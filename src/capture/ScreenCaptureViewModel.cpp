@@ -85,7 +85,11 @@ void ScreenCaptureViewModel::detach() {
 
 void ScreenCaptureViewModel::fail(const QString& reason) {
     const QString message = QStringLiteral("Capture error: ") + reason;
-    if (errorMessage_.isNull()) logLine("❌ " + message.toStdString());
+    if (errorMessage_.isNull()) {
+        // Which source it is, where it has a name: several may fail alike.
+        const std::string name = currentSource_ ? currentSource_->name : std::string();
+        logLine("❌ " + message.toStdString() + (name.empty() ? "" : " (" + name + ")"));
+    }
     // This may run inside the capture's own failed() signal: let go of it
     // only once that emission is over.
     if (capture_) {

@@ -112,7 +112,9 @@ TEST_F(CaptureRecoveryTest, AMissingDisplayIsTriedAgainAndComesBackWhenPluggedIn
     test::StdoutCapture log;
     ScreenCaptureViewModel model(backend, hub);
     QSignalSpy capturing(&model, &ScreenCaptureViewModel::isCapturingChanged);
-    model.startCapture(screenSource(73), CaptureQuality::forOrdinal(0));
+    Source unplugged = screenSource(73);
+    unplugged.name = "Side monitor";
+    model.startCapture(unplugged, CaptureQuality::forOrdinal(0));
     EXPECT_EQ(model.errorMessage(), "Capture error: No display found");
     EXPECT_TRUE(model.retry().isWaiting());
     EXPECT_EQ(model.retry().pendingDelay(), 1s);
@@ -137,7 +139,7 @@ TEST_F(CaptureRecoveryTest, AMissingDisplayIsTriedAgainAndComesBackWhenPluggedIn
     EXPECT_EQ(flipsWhileFailing, 2) << "on at the start, off at the failure, nothing while retrying";
 
     const std::string text = log.text();
-    EXPECT_EQ(countOf(text, "❌ Capture error: No display found\n"), 1) << text;
+    EXPECT_EQ(countOf(text, "❌ Capture error: No display found (Side monitor)\n"), 1) << text;
     EXPECT_EQ(countOf(text, "✅ Capture recovered: display:73"), 1) << text;
     EXPECT_EQ(countOf(text, "🎬 Capture started"), 0) << "a retry does not announce itself: " << text;
 }
@@ -225,7 +227,7 @@ TEST_F(CaptureRecoveryTest, AMissingCameraShowsItsFailure) {
     EXPECT_EQ(picture.message, "No camera device found");
     // Tried again later, quietly.
     test::waitUntil([] { return false; }, 1500);
-    EXPECT_EQ(countOf(log.text(), "❌ No camera device found"), 1);
+    EXPECT_EQ(countOf(log.text(), "❌ No camera device found (/dev/video99)\n"), 1);
 }
 
 TEST_F(CaptureRecoveryTest, ACameraStreamThatEndsFailsAndIsOpenedAgain) {

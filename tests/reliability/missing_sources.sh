@@ -28,13 +28,13 @@ home_for() {  # directory: a private home holding the preset
   mkdir -p "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" "$1/home/Documents" "$1/runtime"
   chmod 700 "$1/runtime"
   python3 "$HERE/make_preset.py" "$GOLDEN" "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" >/dev/null
-  sha256sum "$1"/data/OrvaneUI/Presets/*.json >"$1/preset.sha256"
+  cp "$1"/data/OrvaneUI/Presets/*.json "$1/preset.before.json"
 }
-start_app() {  # directory, then environment assignments
+start_app() {  # directory, then options and assignments for env
   local dir=$1
   shift
-  env HOME="$dir/home" XDG_DATA_HOME="$dir/data" XDG_CONFIG_HOME="$dir/config" XDG_RUNTIME_DIR="$dir/runtime" \
-    PULSE_SERVER=unix:"$dir/runtime/no-sound-server" "$@" "$APP" >"$dir/app.log" 2>&1 &
+  env "$@" HOME="$dir/home" XDG_DATA_HOME="$dir/data" XDG_CONFIG_HOME="$dir/config" XDG_RUNTIME_DIR="$dir/runtime" \
+    PULSE_SERVER=unix:"$dir/runtime/no-sound-server" "$APP" >"$dir/app.log" 2>&1 &
   PIDS+=($!)
 }
 cpu_ticks() { awk '{print $14 + $15}' "/proc/$1/stat" 2>/dev/null || echo 0; }
@@ -72,8 +72,8 @@ else
   xdotool windowsize --sync "$MAIN" 1440 900 2>/dev/null
   xdotool windowmove --sync "$MAIN" 0 0 2>/dev/null
   sleep 1
-  # The preset's card opens the console.
-  python3 "$HERE/open_preset.py" "$MAIN" "Missing Sources Show" || fail "could not open the preset"
+  # The preset's card, first on the preset screen, opens the console.
+  xdotool mousemove --window "$MAIN" 170 200 click 1
   sleep 3
   import -window root "$OUT/console.png" 2>/dev/null
   python3 "$HERE/failure_marks.py" "$OUT/console.png" || fail "the stages do not show the failures"
@@ -89,18 +89,26 @@ for pair in "offscreen:$OFFSCREEN" "x11:$ONSCREEN"; do
   log="$OUT/$name/app.log"
   echo "== $name: $(wc -l <"$log") lines in ${RUN_SECONDS}s"
   kill -0 "$pid" 2>/dev/null || fail "$name: the console is gone: $(tail -3 "$log")"
-  display_lines=$(grep -cE 'No display found|Cannot connect to the X server' "$log")
+  display_lines=$(grep -c 'Unplugged monitor' "$log")
   echo "   lines about the missing display: $display_lines"
   [ "$display_lines" -le 2 ] || fail "$name: $display_lines lines about the missing display in a minute"
-  camera_lines=$(grep -c 'No camera device found' "$log")
-  [ "$camera_lines" -le 1 ] || fail "$name: $camera_lines lines about the missing camera"
+  repeated=$(grep -E '^(❌|⚠️)' "$log" | sort | uniq -d)
+  [ -z "$repeated" ] || fail "$name: said more than once: $repeated"
   [ "$(wc -l <"$log")" -le 80 ] || fail "$name: the log keeps growing"
   grep -q 'Segmentation\|AddressSanitizer\|terminate called' "$log" && fail "$name: crashed"
-  sha256sum --quiet -c "$OUT/$name/preset.sha256" || fail "$name: the preset file changed"
+  python3 - "$OUT/$name/preset.before.json" "$OUT/$name"/data/OrvaneUI/Presets/*.json <<'PY' || fail "$name: the preset changed"
+import json, sys
+before, after = (json.load(open(path, encoding="utf-8")) for path in sys.argv[1:3])
+sys.exit(0 if before == after else 1)
+PY
 done
-grep -qE '❌ Capture error: (Cannot connect to the X server|No display found)' "$OUT/offscreen/app.log" \
+grep -qF '❌ Capture error: Cannot connect to the X server (Unplugged monitor)' "$OUT/offscreen/app.log" \
   || fail "offscreen: the failed capture was not said"
-grep -q '❌ Capture error: No display found' "$OUT/x11/app.log" || fail "x11: the missing display was not said"
+grep -qF '❌ Capture error: No display found (Unplugged monitor)' "$OUT/x11/app.log" \
+  || fail "x11: the missing display was not said"
+grep -qF '❌ Capture error: Window not found (Closed window)' "$OUT/x11/app.log" \
+  || fail "x11: the closed window was not said"
+grep -qF '❌ No camera device found (/dev/video99)' "$OUT/x11/app.log" || fail "x11: the missing camera was not said"
 CPU_PERCENT=$(( (END_TICKS - START_TICKS) * 100 / HZ / RUN_SECONDS ))
 echo "   offscreen CPU: ${CPU_PERCENT}% of a core"
 [ "$CPU_PERCENT" -le 30 ] || fail "offscreen: ${CPU_PERCENT}% of a core with nothing to do"

@@ -24,10 +24,10 @@ trap cleanup EXIT
 FAILED=0
 fail() { echo "FAIL: $*"; FAILED=1; }
 
-home_for() {  # directory: a private home holding the preset
+home_for() {  # directory [screen id]: a private home holding the preset
   mkdir -p "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" "$1/home/Documents" "$1/runtime"
   chmod 700 "$1/runtime"
-  python3 "$HERE/make_preset.py" "$GOLDEN" "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" >/dev/null
+  python3 "$HERE/make_preset.py" "$GOLDEN" "$1/data/OrvaneUI/Presets" "$1/config/OrvaneUI" ${2:-} >/dev/null
   cp "$1"/data/OrvaneUI/Presets/*.json "$1/preset.before.json"
 }
 start_app() {  # directory, then options and assignments for env
@@ -54,7 +54,14 @@ PIDS+=($!)
 for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
 openbox >"$OUT/openbox.log" 2>&1 &
 PIDS+=($!)
-home_for "$OUT/x11"
+# The screen source names a monitor "Beamer" that is not there yet: a
+# monitor without an output of its own is known by a hash of its name.
+BEAMER_ID=$(python3 -c '
+h = 2166136261
+for b in b"Beamer":
+    h = ((h ^ b) * 16777619) & 0xFFFFFFFF
+print((((h >> 31) ^ h) & 0x7FFFFFFF) | 0x80000000)')
+home_for "$OUT/x11" "$BEAMER_ID"
 start_app "$OUT/x11" QT_QPA_PLATFORM=xcb
 ONSCREEN=${PIDS[-1]}
 STARTED=$(date +%s)
@@ -79,6 +86,20 @@ else
   python3 "$HERE/failure_marks.py" "$OUT/console.png" || fail "the stages do not show the failures"
 fi
 
+# Late enough that the next timed retry is many seconds off, the monitor
+# is plugged in: its picture must come back by itself, at once.
+PLUG_AT=$((RUN_SECONDS * 35 / 61))
+while [ $(($(date +%s) - STARTED)) -lt "$PLUG_AT" ]; do sleep 1; done
+xrandr --setmonitor Beamer 800/211x1000/264+800+0 none >/dev/null 2>&1 || fail "could not add a monitor"
+RECOVERED=0
+for _ in $(seq 30); do
+  grep -qF "✅ Capture recovered: display:$BEAMER_ID" "$OUT/x11/app.log" && { RECOVERED=1; break; }
+  sleep 0.1
+done
+[ "$RECOVERED" -eq 1 ] || fail "x11: the plugged-in monitor did not come back within 3 s"
+sleep 1
+import -window root "$OUT/replugged.png" 2>/dev/null
+
 while [ $(($(date +%s) - STARTED)) -lt "$RUN_SECONDS" ]; do sleep 1; done
 END_TICKS=$(cpu_ticks "$OFFSCREEN")
 HZ=$(getconf CLK_TCK)
@@ -94,6 +115,11 @@ for pair in "offscreen:$OFFSCREEN" "x11:$ONSCREEN"; do
   [ "$display_lines" -le 2 ] || fail "$name: $display_lines lines about the missing display in a minute"
   repeated=$(grep -E '^(❌|⚠️)' "$log" | sort | uniq -d)
   [ -z "$repeated" ] || fail "$name: said more than once: $repeated"
+  # Every line is the console's own (they all start with its emoji tags;
+  # library messages are routed through them) and ends with a newline.
+  foreign=$(grep -naP '^[\x00-\x7F]' "$log" | head -3)
+  [ -z "$foreign" ] || fail "$name: lines that are not the console's own: $foreign"
+  [ -z "$(tail -c1 "$log")" ] || fail "$name: the last line has no newline"
   [ "$(wc -l <"$log")" -le 80 ] || fail "$name: the log keeps growing"
   grep -q 'Segmentation\|AddressSanitizer\|terminate called' "$log" && fail "$name: crashed"
   python3 - "$OUT/$name/preset.before.json" "$OUT/$name"/data/OrvaneUI/Presets/*.json <<'PY' || fail "$name: the preset changed"

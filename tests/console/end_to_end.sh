@@ -13,25 +13,9 @@ rm -rf "$OUT"
 mkdir -p "$OUT/data" "$OUT/home" "$OUT/config/OrvaneUI" "$OUT/runtime"
 chmod 700 "$OUT/runtime"
 
-PIDS=()
-cleanup() {
-  for ((i=${#PIDS[@]}-1; i>=0; i--)); do kill "${PIDS[i]}" 2>/dev/null; done
-  for pid in "${PIDS[@]}"; do wait "$pid" 2>/dev/null; done
-}
-trap cleanup EXIT
-
-# A free display number.
-for n in $(seq 120 199); do
-  if [ ! -e "/tmp/.X11-unix/X$n" ] && [ ! -e "/tmp/.X$n-lock" ]; then DISPLAY_NUMBER=$n; break; fi
-done
-export DISPLAY=:$DISPLAY_NUMBER
 # Wide enough to set the pop-out window beside the console.
-Xvfb "$DISPLAY" -screen 0 3000x1100x24 -noreset >"$OUT/xvfb.log" 2>&1 &
-PIDS+=($!)
-for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
-openbox >"$OUT/openbox.log" 2>&1 &
-PIDS+=($!)
-sleep 0.5
+. "$HERE/../support/x_session.sh"
+start_x_session "$OUT" 3000x1100
 
 step() { echo "== $*"; }
 die() { echo "FAIL: $*"; echo "--- application log"; cat "$OUT/app.log"; exit 1; }

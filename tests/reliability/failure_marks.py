@@ -6,31 +6,24 @@ triangle that a failed source draws in place of its picture.
 
 Exits 1 with a reason when there are too few orange pixels.
 """
+import os
 import subprocess
 import sys
+import tempfile
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "console"))
+from e2e_pixels import read_ppm  # noqa: E402
 
 ORANGE = (255, 149, 0)
 TOLERANCE = 30
 
 
-def read_ppm(data):
-    parts, pos = [], 0
-    while len(parts) < 4:
-        while data[pos:pos + 1].isspace():
-            pos += 1
-        end = pos
-        while not data[end:end + 1].isspace():
-            end += 1
-        parts.append(data[pos:end])
-        pos = end
-    assert parts[0] == b"P6", "binary PPM expected"
-    return int(parts[1]), int(parts[2]), data[pos + 1:]
-
-
 shot = sys.argv[1]
 minimum = int(sys.argv[2]) if len(sys.argv) > 2 else 300
-ppm = subprocess.run(["convert", shot, "ppm:-"], check=True, capture_output=True).stdout
-width, height, pixels = read_ppm(ppm)
+with tempfile.TemporaryDirectory() as scratch:
+    ppm = os.path.join(scratch, "shot.ppm")
+    subprocess.run(["convert", shot, ppm], check=True)
+    width, height, pixels = read_ppm(ppm)
 orange = 0
 for i in range(0, width * height * 3, 3):
     r, g, b = pixels[i], pixels[i + 1], pixels[i + 2]

@@ -15,12 +15,7 @@ HERE=$(cd "$(dirname "$0")" && pwd)
 
 rm -rf "$OUT"
 mkdir -p "$OUT"
-PIDS=()
-cleanup() {
-  for ((i=${#PIDS[@]}-1; i>=0; i--)); do kill "${PIDS[i]}" 2>/dev/null; done
-  for pid in "${PIDS[@]}"; do wait "$pid" 2>/dev/null; done
-}
-trap cleanup EXIT
+. "$HERE/../support/x_session.sh"
 FAILED=0
 fail() { echo "FAIL: $*"; FAILED=1; }
 
@@ -45,15 +40,7 @@ start_app "$OUT/offscreen" -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=offscre
 OFFSCREEN=${PIDS[-1]}
 
 echo "== on Xvfb with openbox"
-for n in $(seq 200 299); do
-  if [ ! -e "/tmp/.X11-unix/X$n" ] && [ ! -e "/tmp/.X$n-lock" ]; then DISPLAY_NUMBER=$n; break; fi
-done
-export DISPLAY=:$DISPLAY_NUMBER
-Xvfb "$DISPLAY" -screen 0 1600x1000x24 -noreset >"$OUT/xvfb.log" 2>&1 &
-PIDS+=($!)
-for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
-openbox >"$OUT/openbox.log" 2>&1 &
-PIDS+=($!)
+start_x_session "$OUT" 1600x1000
 # The screen source names a monitor "Beamer" that is not there yet: a
 # monitor without an output of its own is known by a hash of its name.
 BEAMER_ID=$(python3 -c '

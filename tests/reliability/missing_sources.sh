@@ -71,6 +71,12 @@ else
   sleep 3
   import -window root "$OUT/console.png" 2>/dev/null
   python3 "$HERE/failure_marks.py" "$OUT/console.png" || fail "the stages do not show the failures"
+  # The display sheet ("Screen Capture" under ADD SOURCE) lists and logs
+  # the displays; its line must stand on its own.
+  xdotool mousemove --window "$MAIN" 1256 838 click 1
+  for _ in $(seq 50); do grep -q '🖥️ Found 1 displays$' "$OUT/x11/app.log" && break; sleep 0.1; done
+  grep -q '🖥️ Found 1 displays$' "$OUT/x11/app.log" || fail "the display sheet did not list the display"
+  xdotool key Escape
 fi
 
 # Late enough that the next timed retry is many seconds off, the monitor

@@ -59,12 +59,7 @@ void CameraFeed::fail(const QString& message) {
         const QString device = wanted_ && *wanted_ ? **wanted_ : QStringLiteral("the first camera");
         logLine("❌ " + message.toStdString() + " (" + device.toStdString() + ")");
     }
-    // This may run inside the capture's own failed() signal: let go of it
-    // only once that emission is over.
-    if (capture_) {
-        std::shared_ptr<SharedCapture> failedCapture = capture_;
-        QMetaObject::invokeMethod(this, [failedCapture] {}, Qt::QueuedConnection);
-    }
+    keepUntilNoticeIsOver(capture_, this);
     release();
     setDeviceId(QString());
     clearImage();

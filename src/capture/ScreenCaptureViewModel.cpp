@@ -90,12 +90,7 @@ void ScreenCaptureViewModel::fail(const QString& reason) {
         const std::string name = currentSource_ ? currentSource_->name : std::string();
         logLine("❌ " + message.toStdString() + (name.empty() ? "" : " (" + name + ")"));
     }
-    // This may run inside the capture's own failed() signal: let go of it
-    // only once that emission is over.
-    if (capture_) {
-        std::shared_ptr<SharedCapture> failedCapture = capture_;
-        QMetaObject::invokeMethod(this, [failedCapture] {}, Qt::QueuedConnection);
-    }
+    keepUntilNoticeIsOver(capture_, this);
     detach();
     // A dead source's last picture would pass for a live one.
     shown_.sequence = 0;

@@ -153,4 +153,8 @@ void SharedCapture::deliverPointer(bool inside) {
     emit pointerInsideChanged(inside);
 }
 
+void keepUntilNoticeIsOver(const std::shared_ptr<SharedCapture>& capture, QObject* context) {
+    if (capture) QMetaObject::invokeMethod(context, [capture] {}, Qt::QueuedConnection);
+}
+
 }  // namespace orvane

@@ -87,4 +87,9 @@ private:
     std::jthread thread_;  // last: started after every field above exists
 };
 
+// Keeps a capture alive until the event loop turns again. Whoever lets go
+// of a capture from inside one of its own signals calls this first, so the
+// capture is not destroyed while it is still emitting. Nothing for null.
+void keepUntilNoticeIsOver(const std::shared_ptr<SharedCapture>& capture, QObject* context);
+
 }  // namespace orvane

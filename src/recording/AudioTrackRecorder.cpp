@@ -41,16 +41,28 @@ QString AudioTrackRecorder::start(const RecordingClock& clock, FailureHandler on
     static_assert(SilentInput::kSampleRate == PulseAudioCapture::kSampleRate &&
                   SilentInput::kChannels == PulseAudioCapture::kChannels);
     if (source_.isEmpty()) {
-        silence_ = std::make_unique<SilentInput>([this](const float* samples, std::size_t frames) {
-            take(samples, frames);
-        });
-        silence_->start();
+        startSilence();
         return {};
     }
-    capture_ = std::make_unique<PulseAudioCapture>(source_, [this](const float* samples, std::size_t frames) {
+    capture_ = std::make_unique<PulseAudioCapture>(
+        source_, [this](const float* samples, std::size_t frames) { take(samples, frames); });
+    QString failure = capture_->start();
+    if (!failure.isEmpty()) capture_.reset();
+    return failure;
+}
+
+void AudioTrackRecorder::startSilent(const RecordingClock& clock, FailureHandler onFailure) {
+    clock_ = &clock;
+    onFailure_ = std::move(onFailure);
+    capture_.reset();
+    startSilence();
+}
+
+void AudioTrackRecorder::startSilence() {
+    silence_ = std::make_unique<SilentInput>([this](const float* samples, std::size_t frames) {
         take(samples, frames);
     });
-    return capture_->start();
+    silence_->start();
 }
 
 QString AudioTrackRecorder::finish() {

@@ -46,6 +46,9 @@ public:
     // Starts recording from the device, before the clock's origin is set;
     // samples before the origin are dropped. Empty on success.
     QString start(const RecordingClock& clock, FailureHandler onFailure);
+    // Starts the track on silence instead, for a device that could not be
+    // opened: the track is kept, as long as the picture.
+    void startSilent(const RecordingClock& clock, FailureHandler onFailure);
     // Stops the device, then writes the rest of the track, up to the
     // clock's end when it has one.
     QString finish();
@@ -55,6 +58,7 @@ public:
 
 private:
     void take(const float* samples, std::size_t frames);
+    void startSilence();
 
     const QString label_;
     const QString source_;

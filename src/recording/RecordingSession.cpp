@@ -73,8 +73,12 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
     // Devices first: their sound before the origin only dates them.
     const auto audioFailed = [this](const QString& message) { reportFailure(message); };
     if (systemAudio_) {
-        if (QString failure = systemAudio_->start(clock_, audioFailed); !failure.isEmpty())
-            return QStringLiteral("System audio: ") + failure;
+        if (QString failure = systemAudio_->start(clock_, audioFailed); !failure.isEmpty()) {
+            // What the machine plays is not worth failing a recording over
+            // (no sound server, say): the track stays, silent.
+            logLine("⚠️ System audio unavailable, the track stays silent: " + failure.toStdString());
+            systemAudio_->startSilent(clock_, audioFailed);
+        }
     }
     if (microphone_) {
         if (QString failure = microphone_->start(clock_, audioFailed); !failure.isEmpty()) {

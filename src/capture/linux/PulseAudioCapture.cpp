@@ -35,11 +35,7 @@ QString PulseAudioCapture::start() {
     const QByteArray source = sourceName_.toUtf8();
     stream_ = pa_simple_new(nullptr, "OrvaneUI", PA_STREAM_RECORD, source.isEmpty() ? nullptr : source.constData(),
                             "Capture", &spec, nullptr, &attributes, &error);
-    if (!stream_) {
-        const QString message = QString::fromUtf8(pa_strerror(error));
-        logLine("❌ Cannot record from " + sourceName_.toStdString() + ": " + message.toStdString());
-        return message;
-    }
+    if (!stream_) return QString::fromUtf8(pa_strerror(error));
     frames_ = 0;
     thread_ = std::jthread([this](std::stop_token stop) { run(stop); });
     return {};

@@ -28,7 +28,8 @@ public:
     PulseAudioCapture(const PulseAudioCapture&) = delete;
     PulseAudioCapture& operator=(const PulseAudioCapture&) = delete;
 
-    // Empty on success, else why the stream did not open.
+    // Empty on success, else why the stream did not open (not logged: the
+    // caller decides what a failure means).
     QString start();
     void stop();
     bool isRunning() const { return thread_.joinable(); }

@@ -21,6 +21,8 @@ QString avError(int code) {
 
 using Result = CaptureResult<std::unique_ptr<FfmpegVideoReader>>;
 
+QString streamEnded() { return QStringLiteral("The camera stream ended"); }
+
 }  // namespace
 
 int FfmpegVideoReader::interruptCallback(void* self) {
@@ -83,9 +85,21 @@ CaptureResult<GrabbedFrame> FfmpegVideoReader::grabFrame() {
             if (image.isNull()) return GrabResult::failure(QStringLiteral("Cannot convert the camera picture"));
             return GrabbedFrame{std::move(image), false};
         }
+        if (received == AVERROR_EOF) return GrabResult::failure(streamEnded());
         if (received != AVERROR(EAGAIN)) return GrabResult::failure(avError(received));
 
         const int read = av_read_frame(input_.get(), packet_.get());
+        if (read == AVERROR_EOF) {
+            // The input has nothing more (a finite graph, a device that went
+            // away): the decoder hands out what it still holds, then the
+            // stream has ended, on this and every later grab.
+            if (!draining_) {
+                draining_ = true;
+                avcodec_send_packet(decoder_.get(), nullptr);
+                continue;
+            }
+            return GrabResult::failure(streamEnded());
+        }
         if (read < 0) return GrabResult::failure(avError(read));
         if (packet_->stream_index == streamIndex_) {
             const int sent = avcodec_send_packet(decoder_.get(), packet_.get());

@@ -35,6 +35,7 @@ private:
     AvPacketPtr packet_;
     SwsContextPtr scaler_;
     int streamIndex_ = -1;
+    bool draining_ = false;  // the input ended; the decoder gives out its last frames
     std::atomic<bool> interrupted_{false};
 };
 

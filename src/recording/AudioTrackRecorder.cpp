@@ -35,22 +35,46 @@ QString AudioTrackRecorder::openEncoder(bool globalHeader) {
     return encoder_.open(settings, globalHeader);
 }
 
-QString AudioTrackRecorder::start(const RecordingClock& clock, FailureHandler onFailure) {
+QString AudioTrackRecorder::start(const RecordingClock& clock, FailureHandler onFailure, InputLostHandler onInputLost) {
     clock_ = &clock;
     onFailure_ = std::move(onFailure);
+    onInputLost_ = std::move(onInputLost);
     static_assert(SilentInput::kSampleRate == PulseAudioCapture::kSampleRate &&
                   SilentInput::kChannels == PulseAudioCapture::kChannels);
     if (source_.isEmpty()) {
-        silence_ = std::make_unique<SilentInput>([this](const float* samples, std::size_t frames) {
-            take(samples, frames);
-        });
-        silence_->start();
+        startSilence();
         return {};
     }
-    capture_ = std::make_unique<PulseAudioCapture>(source_, [this](const float* samples, std::size_t frames) {
+    capture_ = std::make_unique<PulseAudioCapture>(
+        source_, [this](const float* samples, std::size_t frames) { take(samples, frames); },
+        [this](const QString& reason, bool serverGone) { deviceLost(reason, serverGone); });
+    QString failure = capture_->start();
+    if (!failure.isEmpty()) capture_.reset();
+    return failure;
+}
+
+void AudioTrackRecorder::startSilent(const RecordingClock& clock, FailureHandler onFailure) {
+    clock_ = &clock;
+    onFailure_ = std::move(onFailure);
+    capture_.reset();
+    startSilence();
+}
+
+void AudioTrackRecorder::startSilence() {
+    silence_ = std::make_unique<SilentInput>([this](const float* samples, std::size_t frames) {
         take(samples, frames);
     });
-    return capture_->start();
+    silence_->start();
+}
+
+void AudioTrackRecorder::deviceLost(const QString& reason, bool serverGone) {
+    // On the device's thread, after its last chunk: nothing else runs take()
+    // until the silence starts. The silence is dated by its own arrival, not
+    // by the device's sample count; the gap between them becomes silence too.
+    inputFrames_ = 0;
+    hasDeviceStart_ = false;
+    startSilence();
+    if (onInputLost_) onInputLost_(label_, reason, serverGone);
 }
 
 QString AudioTrackRecorder::finish() {

@@ -29,9 +29,16 @@ class SilentInput;
 // lands where its samples belong: a gap becomes silence, sound that belongs
 // before what was written already is dropped. When the recording stops, a
 // track that the device left short is filled with silence up to the end.
+//
+// A device that goes away while recording (the sound server dies, say) is
+// replaced by silence from that moment, dated afresh, so that the track
+// goes on growing with the picture.
 class AudioTrackRecorder {
 public:
     using FailureHandler = std::function<void(const QString&)>;
+    // Called once, on the device's thread, when the device went away and
+    // silence took its place.
+    using InputLostHandler = std::function<void(const QString& label, const QString& reason, bool serverGone)>;
 
     // source: a sound-server source name; empty: no device, the track is
     // silence for as long as the recording runs.
@@ -45,7 +52,10 @@ public:
     AudioEncoder& encoder() { return encoder_; }
     // Starts recording from the device, before the clock's origin is set;
     // samples before the origin are dropped. Empty on success.
-    QString start(const RecordingClock& clock, FailureHandler onFailure);
+    QString start(const RecordingClock& clock, FailureHandler onFailure, InputLostHandler onInputLost = {});
+    // Starts the track on silence instead, for a device that could not be
+    // opened: the track is kept, as long as the picture.
+    void startSilent(const RecordingClock& clock, FailureHandler onFailure);
     // Stops the device, then writes the rest of the track, up to the
     // clock's end when it has one.
     QString finish();
@@ -55,6 +65,8 @@ public:
 
 private:
     void take(const float* samples, std::size_t frames);
+    void startSilence();
+    void deviceLost(const QString& reason, bool serverGone);
 
     const QString label_;
     const QString source_;
@@ -62,7 +74,10 @@ private:
     AudioEncoder encoder_;  // used by the capture thread while it runs, then by finish()
     const RecordingClock* clock_ = nullptr;
     FailureHandler onFailure_;
+    InputLostHandler onInputLost_;
     std::unique_ptr<PulseAudioCapture> capture_;  // or, with no device:
+    // Set by start() or startSilent(), or by the device's thread when the
+    // device goes away; read by finish() only after that thread was joined.
     std::unique_ptr<SilentInput> silence_;
 
     // Capture thread only.

@@ -72,12 +72,19 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
 
     // Devices first: their sound before the origin only dates them.
     const auto audioFailed = [this](const QString& message) { reportFailure(message); };
+    const auto lostInput = [this](const QString& label, const QString& reason, bool serverGone) {
+        inputLost(label, reason, serverGone);
+    };
     if (systemAudio_) {
-        if (QString failure = systemAudio_->start(clock_, audioFailed); !failure.isEmpty())
-            return QStringLiteral("System audio: ") + failure;
+        if (QString failure = systemAudio_->start(clock_, audioFailed, lostInput); !failure.isEmpty()) {
+            // What the machine plays is not worth failing a recording over
+            // (no sound server, say): the track stays, silent.
+            logLine("⚠️ System audio unavailable, the track stays silent: " + failure.toStdString());
+            systemAudio_->startSilent(clock_, audioFailed);
+        }
     }
     if (microphone_) {
-        if (QString failure = microphone_->start(clock_, audioFailed); !failure.isEmpty()) {
+        if (QString failure = microphone_->start(clock_, audioFailed, lostInput); !failure.isEmpty()) {
             logLine("❌ Error setting up microphone capture: " + failure.toStdString());
             return QStringLiteral("Microphone: ") + failure;
         }
@@ -122,6 +129,16 @@ RecordingSession::Figures RecordingSession::figures() const {
     if (systemAudio_) figures.systemAudioSamples = systemAudio_->samplesWritten();
     if (microphone_) figures.microphoneSamples = microphone_->samplesWritten();
     return figures;
+}
+
+void RecordingSession::inputLost(const QString& label, const QString& reason, bool serverGone) {
+    // Both tracks lose a server that dies; one line says so for both.
+    if (serverGone) {
+        if (!serverLossLogged_.exchange(true))
+            logLine("⚠️ Lost the sound server (" + reason.toStdString() + "): the sound tracks go on silent");
+        return;
+    }
+    logLine("⚠️ " + label.toStdString() + " input lost (" + reason.toStdString() + "): the track goes on silent");
 }
 
 void RecordingSession::reportFailure(const QString& message) {

@@ -57,11 +57,15 @@ public:
 
 private:
     void reportFailure(const QString& message);
+    // A sound device went away while recording; its track goes on silent.
+    // Called on the device's thread.
+    void inputLost(const QString& label, const QString& reason, bool serverGone);
 
     const RecordingPlan plan_;
     const std::shared_ptr<ProgramSnapshotStore> snapshots_;
     FailureHandler onFailure_;
     std::atomic<bool> failureReported_{false};
+    std::atomic<bool> serverLossLogged_{false};
     RecordingClock clock_;
     std::unique_ptr<MovieWriter> writer_;
     std::unique_ptr<VideoEncoder> video_;

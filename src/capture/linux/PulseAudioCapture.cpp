@@ -14,8 +14,8 @@ constexpr std::size_t kChunkFrames = PulseAudioCapture::kSampleRate / 100;  // 1
 constexpr std::size_t kChunkBytes = kChunkFrames * PulseAudioCapture::kChannels * sizeof(float);
 }  // namespace
 
-PulseAudioCapture::PulseAudioCapture(QString sourceName, Sink sink)
-    : sourceName_(std::move(sourceName)), sink_(std::move(sink)) {}
+PulseAudioCapture::PulseAudioCapture(QString sourceName, Sink sink, Lost lost)
+    : sourceName_(std::move(sourceName)), sink_(std::move(sink)), lost_(std::move(lost)) {}
 
 PulseAudioCapture::~PulseAudioCapture() { stop(); }
 
@@ -35,11 +35,7 @@ QString PulseAudioCapture::start() {
     const QByteArray source = sourceName_.toUtf8();
     stream_ = pa_simple_new(nullptr, "OrvaneUI", PA_STREAM_RECORD, source.isEmpty() ? nullptr : source.constData(),
                             "Capture", &spec, nullptr, &attributes, &error);
-    if (!stream_) {
-        const QString message = QString::fromUtf8(pa_strerror(error));
-        logLine("❌ Cannot record from " + sourceName_.toStdString() + ": " + message.toStdString());
-        return message;
-    }
+    if (!stream_) return QString::fromUtf8(pa_strerror(error));
     frames_ = 0;
     thread_ = std::jthread([this](std::stop_token stop) { run(stop); });
     return {};
@@ -61,7 +57,13 @@ void PulseAudioCapture::run(std::stop_token stop) {
     while (!stop.stop_requested()) {
         int error = 0;
         if (pa_simple_read(stream_, chunk.data(), kChunkBytes, &error) < 0) {
-            logLine("❌ Recording from " + sourceName_.toStdString() + " stopped: " + pa_strerror(error));
+            // The stream is dead for good: a read would fail again at once.
+            const QString reason = QString::fromUtf8(pa_strerror(error));
+            const bool serverGone = error == PA_ERR_CONNECTIONTERMINATED || error == PA_ERR_CONNECTIONREFUSED;
+            if (lost_)
+                lost_(reason, serverGone);
+            else
+                logLine("⚠️ Recording from " + sourceName_.toStdString() + " stopped: " + reason.toStdString());
             return;
         }
         frames_ += kChunkFrames;

@@ -115,6 +115,24 @@ void SoundServer::stop() {
     ::unsetenv("PULSE_SERVER");
 }
 
+QString SoundServer::killDaemon() {
+    if (pid_ <= 0) return QStringLiteral("no daemon running");
+    const auto pid = static_cast<pid_t>(pid_);
+    if (::kill(pid, SIGKILL) != 0) return QStringLiteral("kill failed");
+    // Not our child: gone once its process entry is gone or is a zombie
+    // nobody reaps.
+    for (int i = 0; i < 500; ++i) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+        if (!stat.open(QIODevice::ReadOnly)) break;
+        const QByteArray text = stat.readAll();
+        const int close = text.lastIndexOf(')');
+        if (close < 0 || text.mid(close + 2, 1) == "Z") break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    pid_ = -1;
+    return {};
+}
+
 QString SoundServer::playSinkTone() {
     const QString tone = runtimeDir() + "/tone.wav";
     if (const QString failure =

@@ -36,6 +36,9 @@ public:
     // Empty on success; points this process's PULSE_SERVER at it.
     QString start(Microphone microphone = Microphone::present);
     void stop();
+    // Kills the daemon alone with SIGKILL, as a crash would, and waits until
+    // it is gone; its clients find their connection cut. Empty on success.
+    QString killDaemon();
     QString runtimeDir() const { return runtime_ ? runtime_->path() : QString(); }
     // Runs a client tool against this server; empty on success. Its
     // standard output goes to `output` when given.

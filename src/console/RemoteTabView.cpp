@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -13,16 +12,12 @@
 #include "console/SidebarStyle.h"
 #include "console/SymbolButton.h"
 #include "console/ToggleSwitch.h"
-#include "document/Log.h"
 #include "engine/StreamManager.h"
 #include "remote/QrCodeImage.h"
+#include "remote/RemoteAccess.h"
 #include "remote/WebServerManager.h"
 
 namespace orvane {
-
-namespace {
-const char* yesNo(bool value) { return value ? "true" : "false"; }
-}  // namespace
 
 RemoteTabView::RemoteTabView(StreamManager& streamManager, QWidget* parent)
     : QWidget(parent), streamManager_(streamManager) {
@@ -49,10 +44,9 @@ RemoteTabView::RemoteTabView(StreamManager& streamManager, QWidget* parent)
     port_->setPlaceholderText(QStringLiteral("8999"));
     port_->setAccessibleName(QStringLiteral("Port"));
     connect(port_, &QLineEdit::textEdited, this, [this](const QString& text) {
-        bool ok = false;
-        const uint value = text.toUInt(&ok, 10);
-        if (!ok || value > 65535) return;  // other text is ignored
-        if (WebServerManager* s = server()) s->setServerPort(quint16(value));
+        const std::optional<quint16> port = parsePortText(text);
+        if (!port) return;  // other text is ignored
+        if (WebServerManager* s = server()) s->setServerPort(*port);
     });
     portRow->addWidget(port_);
     portRow->addStretch();
@@ -132,14 +126,33 @@ WebServerManager* RemoteTabView::server() const {
 }
 
 void RemoteTabView::follow() {
+    WebServerManager* next = server();
+    const bool serverReplaced = !poller_ || next != followed_;
     if (followed_) disconnect(followed_, nullptr, this, nullptr);
-    followed_ = server();
+    followed_ = next;
     if (followed_) {
         connect(followed_, &WebServerManager::isServerRunningChanged, this, &RemoteTabView::refresh);
         connect(followed_, &WebServerManager::serverPortChanged, this, &RemoteTabView::refresh);
         connect(followed_, &WebServerManager::localIPChanged, this, &RemoteTabView::refresh);
     }
+    if (serverReplaced) replacePoller();
     refresh();
+}
+
+void RemoteTabView::replacePoller() {
+    // The poller checks one server for its whole life: a new server gets a
+    // new poller, which starts from "off" until a switch or a sync.
+    const bool wasRunning = poller_ && poller_->localServerRunning();
+    delete poller_;
+    poller_ = new RemoteServerStatusPoller(followed_, this);
+    connect(poller_, &RemoteServerStatusPoller::localServerRunningChanged, this, [this](bool running) {
+        emit localServerRunningChanged(running);
+        refresh();
+    });
+    // A chain that ends without changing the flag still redraws the tab
+    // once, for the server's state as it is by then.
+    connect(poller_, &RemoteServerStatusPoller::statusSettled, this, &RemoteTabView::refresh);
+    if (wasRunning) emit localServerRunningChanged(false);
 }
 
 QString RemoteTabView::accessUrl() const {
@@ -148,46 +161,16 @@ QString RemoteTabView::accessUrl() const {
 }
 
 void RemoteTabView::syncWithServer() {
-    WebServerManager* s = server();
-    setLocalServerRunning(s && s->isServerRunning());
+    poller_->syncWithServer();
+    refresh();
 }
 
 void RemoteTabView::setServerEnabled(bool enabled) {
-    setLocalServerRunning(enabled);
-    if (WebServerManager* s = server()) {
-        if (enabled)
-            s->startServer();
-        else
-            s->stopServer();
-    }
-    checkServerStatus(0);
+    poller_->setServerEnabled(enabled);
+    refresh();
 }
 
-void RemoteTabView::checkServerStatus(int attempt) {
-    QTimer::singleShot(checkIntervalMs, this, [this, attempt] {
-        WebServerManager* s = server();
-        const bool serverRunning = s && s->isServerRunning();
-        const bool hasLocalIP = s && !s->localIP().isEmpty() && s->localIP() != QStringLiteral("localhost");
-        logLine("🔍 Check attempt " + std::to_string(attempt + 1) + ": serverRunning=" + yesNo(serverRunning) +
-                ", hasLocalIP=" + yesNo(hasLocalIP) + ", localIP='" +
-                (s ? s->localIP().toStdString() : std::string("nil")) + "'");
-        if (!serverRunning && !localServerRunning_) {
-            logLine("✅ Server fully inactive");
-            return;
-        }
-        if (serverRunning && hasLocalIP) {
-            setLocalServerRunning(true);
-            logLine("✅ Server fully active with IP");
-            return;
-        }
-        if (attempt >= checkLimit) {
-            setLocalServerRunning(serverRunning);
-            logLine(std::string("⚠️ Timeout - syncing with real state: ") + yesNo(serverRunning));
-            return;
-        }
-        checkServerStatus(attempt + 1);
-    });
-}
+void RemoteTabView::checkServerStatus(int attempt) { poller_->checkServerStatus(attempt); }
 
 QrCodeView* RemoteTabView::showQrCode() {
     WebServerManager* s = server();
@@ -201,20 +184,12 @@ QrCodeView* RemoteTabView::showQrCode() {
     return sheet;
 }
 
-void RemoteTabView::setLocalServerRunning(bool running) {
-    if (localServerRunning_ != running) {
-        localServerRunning_ = running;
-        emit localServerRunningChanged(running);
-    }
-    refresh();
-}
-
 void RemoteTabView::refresh() {
     WebServerManager* s = server();
-    switch_->setOn(localServerRunning_);
+    switch_->setOn(localServerRunning());
     if (!port_->hasFocus()) port_->setText(QString::number(s ? s->serverPort() : WebServerManager::kDefaultPort));
     port_->setEnabled(!(s && s->isServerRunning()));
-    const bool showActive = localServerRunning_ && s;
+    const bool showActive = localServerRunning() && s;
     active_->setVisible(showActive);
     disabled_->setVisible(!showActive);
     url_->setText(accessUrl());

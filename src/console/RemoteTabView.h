@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "remote/QRCodeURL.h"
+#include "remote/RemoteServerStatusPoller.h"
 
 class QLabel;
 class QLineEdit;
@@ -19,19 +20,19 @@ class WebServerManager;
 
 // The remote tab: turns the remote-control server on and off, its port, the
 // address a telephone opens, and the QR code of that address. The server
-// starts asynchronously, so after each switch the tab polls it a few times
-// rather than waiting for a callback.
+// starts asynchronously, so after each switch the tab's poller checks it a
+// few times rather than waiting for a callback.
 class RemoteTabView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool localServerRunning READ localServerRunning NOTIFY localServerRunningChanged)
 
 public:
-    static constexpr int checkIntervalMs = 200;
-    static constexpr int checkLimit = 10;
+    static constexpr int checkIntervalMs = RemoteServerStatusPoller::kDelayMs;
+    static constexpr int checkLimit = RemoteServerStatusPoller::kMaxAttempt;
 
     explicit RemoteTabView(StreamManager& streamManager, QWidget* parent = nullptr);
 
-    bool localServerRunning() const { return localServerRunning_; }
+    bool localServerRunning() const { return poller_->localServerRunning(); }
     // Takes the server's state as it is, without polling.
     void syncWithServer();
     // Both the switch and "Enable Remote Control" come here.
@@ -55,13 +56,14 @@ signals:
 private:
     WebServerManager* server() const;
     void follow();
-    void setLocalServerRunning(bool running);
+    void replacePoller();
     void refresh();
     QString accessUrl() const;
 
     StreamManager& streamManager_;
     QPointer<WebServerManager> followed_;
-    bool localServerRunning_ = false;
+    // Bound to the followed server; replaced when the session's server is.
+    RemoteServerStatusPoller* poller_ = nullptr;
     std::optional<QRCodeURL> qrCodeURLToShow_;
     ToggleSwitch* switch_ = nullptr;
     QLineEdit* port_ = nullptr;

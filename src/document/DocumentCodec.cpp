@@ -4,8 +4,12 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "document/JsonDocument.h"
@@ -18,6 +22,270 @@ namespace {
 // Deeper than any real document; refusing deeper input keeps hostile files
 // from exhausting the stack.
 constexpr int maxNestingDepth = 64;
+
+// ---------------------------------------------------------------- the keys
+
+// What a missing key means when reading, and whether an empty value is
+// written.
+enum class Presence {
+    required,  // missing or null fails the document; always written
+    optional,  // a std::optional member: missing or null reads as no value;
+               // written only when it holds one
+    tolerant,  // missing or null keeps the member's default; always written
+};
+
+// One key of a record: its name in the file and the member it stores.
+template <typename Record, typename Member, Presence presence>
+struct RecordField {
+    std::string_view key;
+    Member Record::*member;
+};
+
+template <typename Record, typename Member>
+constexpr RecordField<Record, Member, Presence::required> requiredKey(std::string_view key, Member Record::*member) {
+    return {key, member};
+}
+
+template <typename Record, typename Member>
+constexpr RecordField<Record, std::optional<Member>, Presence::optional> optionalKey(
+    std::string_view key, std::optional<Member> Record::*member) {
+    return {key, member};
+}
+
+template <typename Record, typename Member>
+constexpr RecordField<Record, Member, Presence::tolerant> tolerantKey(std::string_view key, Member Record::*member) {
+    return {key, member};
+}
+
+// Each record's keys in the order they are written, which is the order the
+// record declares its members. The one table serves writing and reading.
+template <typename T>
+struct RecordFields;
+
+template <>
+struct RecordFields<CodableColor> {
+    using R = CodableColor;
+    static constexpr std::tuple fields{
+        requiredKey("red", &R::red),
+        requiredKey("green", &R::green),
+        requiredKey("blue", &R::blue),
+        requiredKey("alpha", &R::alpha)
+    };
+};
+
+template <>
+struct RecordFields<SceneTransitionConfig> {
+    using R = SceneTransitionConfig;
+    static constexpr std::tuple fields{
+        requiredKey("enabled", &R::enabled),
+        requiredKey("type", &R::type),
+        requiredKey("duration", &R::duration)
+    };
+};
+
+template <>
+struct RecordFields<Slide> {
+    using R = Slide;
+    static constexpr std::tuple fields{
+        tolerantKey("id", &R::id),
+        tolerantKey("title", &R::title),
+        tolerantKey("content", &R::content),
+        optionalKey("imageUrl", &R::imageUrl),
+        tolerantKey("imagePosition", &R::imagePosition),
+        tolerantKey("imageSize", &R::imageSize),
+        tolerantKey("order", &R::order),
+        tolerantKey("textScale", &R::textScale),
+        tolerantKey("textAlignment", &R::textAlignment),
+        tolerantKey("backgroundColor", &R::backgroundColor)
+    };
+};
+
+template <>
+struct RecordFields<SlidesResource> {
+    using R = SlidesResource;
+    static constexpr std::tuple fields{
+        requiredKey("id", &R::id),
+        requiredKey("title", &R::title),
+        requiredKey("slides", &R::slides),
+        requiredKey("currentSlideIndex", &R::currentSlideIndex),
+        requiredKey("backgroundColor", &R::backgroundColor),
+        requiredKey("textColor", &R::textColor),
+        requiredKey("accentColor", &R::accentColor),
+        requiredKey("textScale", &R::textScale),
+        requiredKey("textAlignment", &R::textAlignment)
+    };
+};
+
+template <>
+struct RecordFields<SourceConfiguration> {
+    using R = SourceConfiguration;
+    static constexpr std::tuple fields{
+        requiredKey("position", &R::position),
+        requiredKey("size", &R::size),
+        optionalKey("cameraDeviceId", &R::cameraDeviceId),
+        optionalKey("screenId", &R::screenId),
+        optionalKey("windowId", &R::windowId),
+        optionalKey("windowTitle", &R::windowTitle),
+        optionalKey("windowOwner", &R::windowOwner),
+        optionalKey("contentType", &R::contentType),
+        optionalKey("slidesResource", &R::slidesResource),
+        requiredKey("isBlurred", &R::isBlurred),
+        requiredKey("brightness", &R::brightness),
+        requiredKey("scale", &R::scale),
+        requiredKey("horizontalOffset", &R::horizontalOffset),
+        requiredKey("verticalOffset", &R::verticalOffset),
+        requiredKey("backgroundColor", &R::backgroundColor),
+        requiredKey("borderEnabled", &R::borderEnabled),
+        requiredKey("borderColor", &R::borderColor),
+        requiredKey("borderWidth", &R::borderWidth),
+        requiredKey("borderGlow", &R::borderGlow),
+        requiredKey("borderRadius", &R::borderRadius),
+        requiredKey("shadowEnabled", &R::shadowEnabled),
+        requiredKey("shadowColor", &R::shadowColor),
+        requiredKey("shadowRadius", &R::shadowRadius),
+        requiredKey("shadowX", &R::shadowX),
+        requiredKey("shadowY", &R::shadowY),
+        requiredKey("cameraShape", &R::cameraShape),
+        requiredKey("cameraPosition", &R::cameraPosition),
+        requiredKey("cameraSize", &R::cameraSize),
+        requiredKey("isOverlay", &R::isOverlay),
+        requiredKey("cameraBorderEnabled", &R::cameraBorderEnabled),
+        requiredKey("cameraBorderColor", &R::cameraBorderColor),
+        requiredKey("cameraBorderWidth", &R::cameraBorderWidth),
+        requiredKey("cameraBorderGlow", &R::cameraBorderGlow),
+        requiredKey("cameraBorderRadius", &R::cameraBorderRadius),
+        requiredKey("cameraZoom", &R::cameraZoom),
+        requiredKey("cameraWidth", &R::cameraWidth),
+        requiredKey("cameraHeight", &R::cameraHeight),
+        requiredKey("cameraHorizontalPosition", &R::cameraHorizontalPosition),
+        requiredKey("cameraVerticalPosition", &R::cameraVerticalPosition),
+        requiredKey("cameraBrightness", &R::cameraBrightness),
+        requiredKey("cameraContrast", &R::cameraContrast)
+    };
+};
+
+template <>
+struct RecordFields<Source> {
+    using R = Source;
+    static constexpr std::tuple fields{
+        requiredKey("id", &R::id),
+        requiredKey("type", &R::type),
+        requiredKey("name", &R::name),
+        requiredKey("configuration", &R::configuration)
+    };
+};
+
+template <>
+struct RecordFields<StreamingScene> {
+    using R = StreamingScene;
+    static constexpr std::tuple fields{
+        requiredKey("id", &R::id),
+        requiredKey("name", &R::name),
+        requiredKey("icon", &R::icon),
+        requiredKey("sources", &R::sources),
+        optionalKey("selectedSourceId", &R::selectedSourceId),
+        requiredKey("brandingEnabled", &R::brandingEnabled),
+        requiredKey("progressBarEnabled", &R::progressBarEnabled),
+        requiredKey("backgroundColor", &R::backgroundColor),
+        requiredKey("backgroundType", &R::backgroundType),
+        requiredKey("gradientColors", &R::gradientColors),
+        requiredKey("gradientDirection", &R::gradientDirection),
+        requiredKey("layout", &R::layout),
+        requiredKey("cinematicZoomEnabled", &R::cinematicZoomEnabled)
+    };
+};
+
+template <>
+struct RecordFields<BrandingConfig> {
+    using R = BrandingConfig;
+    static constexpr std::tuple fields{
+        requiredKey("enabled", &R::enabled),
+        requiredKey("text", &R::text),
+        requiredKey("textColor", &R::textColor),
+        requiredKey("textSize", &R::textSize),
+        optionalKey("logoImagePath", &R::logoImagePath),
+        requiredKey("logoWidth", &R::logoWidth),
+        requiredKey("logoHeight", &R::logoHeight),
+        requiredKey("position", &R::position),
+        requiredKey("opacity", &R::opacity),
+        requiredKey("showBackground", &R::showBackground),
+        requiredKey("backgroundColor", &R::backgroundColor)
+    };
+};
+
+template <>
+struct RecordFields<ProgressStep> {
+    using R = ProgressStep;
+    static constexpr std::tuple fields{
+        requiredKey("id", &R::id),
+        requiredKey("title", &R::title),
+        requiredKey("isCompleted", &R::isCompleted),
+        requiredKey("order", &R::order)
+    };
+};
+
+template <>
+struct RecordFields<ProgressBarConfig> {
+    using R = ProgressBarConfig;
+    static constexpr std::tuple fields{
+        requiredKey("enabled", &R::enabled),
+        requiredKey("steps", &R::steps),
+        requiredKey("orientation", &R::orientation),
+        requiredKey("position", &R::position),
+        requiredKey("size", &R::size),
+        requiredKey("backgroundColor", &R::backgroundColor),
+        requiredKey("completedColor", &R::completedColor),
+        requiredKey("pendingColor", &R::pendingColor),
+        requiredKey("textColor", &R::textColor),
+        requiredKey("textSize", &R::textSize),
+        requiredKey("opacity", &R::opacity)
+    };
+};
+
+template <>
+struct RecordFields<TeleprompterConfig> {
+    using R = TeleprompterConfig;
+    static constexpr std::tuple fields{
+        requiredKey("enabled", &R::enabled),
+        requiredKey("text", &R::text),
+        requiredKey("fontSize", &R::fontSize),
+        requiredKey("textColor", &R::textColor),
+        requiredKey("backgroundColor", &R::backgroundColor),
+        requiredKey("opacity", &R::opacity),
+        requiredKey("scrollSpeed", &R::scrollSpeed),
+        requiredKey("isScrolling", &R::isScrolling),
+        requiredKey("position", &R::position),
+        requiredKey("width", &R::width),
+        requiredKey("height", &R::height),
+        requiredKey("alwaysOnTop", &R::alwaysOnTop),
+        requiredKey("hideFromScreenShare", &R::hideFromScreenShare)
+    };
+};
+
+template <>
+struct RecordFields<Preset> {
+    using R = Preset;
+    static constexpr std::tuple fields{
+        requiredKey("id", &R::id),
+        requiredKey("name", &R::name),
+        requiredKey("scenes", &R::scenes),
+        optionalKey("activeSceneId", &R::activeSceneId),
+        optionalKey("branding", &R::branding),
+        optionalKey("progressBar", &R::progressBar),
+        requiredKey("hideProgramWhenPopout", &R::hideProgramWhenPopout),
+        optionalKey("teleprompter", &R::teleprompter),
+        requiredKey("sceneTransition", &R::sceneTransition)
+    };
+};
+
+template <typename T>
+concept Record = requires { RecordFields<T>::fields; };
+
+// Calls `visit` on each key of T's table, in order.
+template <Record T, typename Visit>
+void forEachField(Visit&& visit) {
+    std::apply([&](const auto&... field) { (visit(field), ...); }, RecordFields<T>::fields);
+}
 
 // ---------------------------------------------------------------- writing
 
@@ -48,216 +316,28 @@ void write(JsonWriter& w, const Size& s) {
     w.endArray();
 }
 
-void write(JsonWriter& w, const CodableColor& c);
-void write(JsonWriter& w, const SceneTransitionConfig& t);
-void write(JsonWriter& w, const Slide& s);
-void write(JsonWriter& w, const SlidesResource& r);
-void write(JsonWriter& w, const SourceConfiguration& c);
-void write(JsonWriter& w, const Source& s);
-void write(JsonWriter& w, const StreamingScene& s);
-void write(JsonWriter& w, const BrandingConfig& b);
-void write(JsonWriter& w, const ProgressStep& s);
-void write(JsonWriter& w, const ProgressBarConfig& p);
-void write(JsonWriter& w, const TeleprompterConfig& t);
-void write(JsonWriter& w, const Preset& p);
+template <Record T>
+void write(JsonWriter& w, const T& record);
 template <typename T>
 void write(JsonWriter& w, const std::vector<T>& items);
 
-template <typename V>
-void member(JsonWriter& w, std::string_view key, const V& value) {
-    w.key(key);
-    write(w, value);
+template <typename R, typename M, Presence presence>
+void writeField(JsonWriter& w, const R& record, const RecordField<R, M, presence>& field) {
+    const M& value = record.*field.member;
+    if constexpr (presence == Presence::optional) {
+        if (!value) return;
+        w.key(field.key);
+        write(w, *value);
+    } else {
+        w.key(field.key);
+        write(w, value);
+    }
 }
 
-void write(JsonWriter& w, const CodableColor& c) {
+template <Record T>
+void write(JsonWriter& w, const T& record) {
     w.beginObject();
-    member(w, "red", c.red);
-    member(w, "green", c.green);
-    member(w, "blue", c.blue);
-    member(w, "alpha", c.alpha);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const SceneTransitionConfig& t) {
-    w.beginObject();
-    member(w, "enabled", t.enabled);
-    member(w, "type", t.type);
-    member(w, "duration", t.duration);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const Slide& s) {
-    w.beginObject();
-    member(w, "id", s.id);
-    member(w, "title", s.title);
-    member(w, "content", s.content);
-    if (s.imageUrl) member(w, "imageUrl", *s.imageUrl);
-    member(w, "imagePosition", s.imagePosition);
-    member(w, "imageSize", s.imageSize);
-    member(w, "order", s.order);
-    member(w, "textScale", s.textScale);
-    member(w, "textAlignment", s.textAlignment);
-    member(w, "backgroundColor", s.backgroundColor);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const SlidesResource& r) {
-    w.beginObject();
-    member(w, "id", r.id);
-    member(w, "title", r.title);
-    member(w, "slides", r.slides);
-    member(w, "currentSlideIndex", r.currentSlideIndex);
-    member(w, "backgroundColor", r.backgroundColor);
-    member(w, "textColor", r.textColor);
-    member(w, "accentColor", r.accentColor);
-    member(w, "textScale", r.textScale);
-    member(w, "textAlignment", r.textAlignment);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const SourceConfiguration& c) {
-    w.beginObject();
-    member(w, "position", c.position);
-    member(w, "size", c.size);
-    if (c.cameraDeviceId) member(w, "cameraDeviceId", *c.cameraDeviceId);
-    if (c.screenId) member(w, "screenId", *c.screenId);
-    if (c.windowId) member(w, "windowId", *c.windowId);
-    if (c.windowTitle) member(w, "windowTitle", *c.windowTitle);
-    if (c.windowOwner) member(w, "windowOwner", *c.windowOwner);
-    if (c.contentType) member(w, "contentType", *c.contentType);
-    if (c.slidesResource) member(w, "slidesResource", *c.slidesResource);
-    member(w, "isBlurred", c.isBlurred);
-    member(w, "brightness", c.brightness);
-    member(w, "scale", c.scale);
-    member(w, "horizontalOffset", c.horizontalOffset);
-    member(w, "verticalOffset", c.verticalOffset);
-    member(w, "backgroundColor", c.backgroundColor);
-    member(w, "borderEnabled", c.borderEnabled);
-    member(w, "borderColor", c.borderColor);
-    member(w, "borderWidth", c.borderWidth);
-    member(w, "borderGlow", c.borderGlow);
-    member(w, "borderRadius", c.borderRadius);
-    member(w, "shadowEnabled", c.shadowEnabled);
-    member(w, "shadowColor", c.shadowColor);
-    member(w, "shadowRadius", c.shadowRadius);
-    member(w, "shadowX", c.shadowX);
-    member(w, "shadowY", c.shadowY);
-    member(w, "cameraShape", c.cameraShape);
-    member(w, "cameraPosition", c.cameraPosition);
-    member(w, "cameraSize", c.cameraSize);
-    member(w, "isOverlay", c.isOverlay);
-    member(w, "cameraBorderEnabled", c.cameraBorderEnabled);
-    member(w, "cameraBorderColor", c.cameraBorderColor);
-    member(w, "cameraBorderWidth", c.cameraBorderWidth);
-    member(w, "cameraBorderGlow", c.cameraBorderGlow);
-    member(w, "cameraBorderRadius", c.cameraBorderRadius);
-    member(w, "cameraZoom", c.cameraZoom);
-    member(w, "cameraWidth", c.cameraWidth);
-    member(w, "cameraHeight", c.cameraHeight);
-    member(w, "cameraHorizontalPosition", c.cameraHorizontalPosition);
-    member(w, "cameraVerticalPosition", c.cameraVerticalPosition);
-    member(w, "cameraBrightness", c.cameraBrightness);
-    member(w, "cameraContrast", c.cameraContrast);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const Source& s) {
-    w.beginObject();
-    member(w, "id", s.id);
-    member(w, "type", s.type);
-    member(w, "name", s.name);
-    member(w, "configuration", s.configuration);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const StreamingScene& s) {
-    w.beginObject();
-    member(w, "id", s.id);
-    member(w, "name", s.name);
-    member(w, "icon", s.icon);
-    member(w, "sources", s.sources);
-    if (s.selectedSourceId) member(w, "selectedSourceId", *s.selectedSourceId);
-    member(w, "brandingEnabled", s.brandingEnabled);
-    member(w, "progressBarEnabled", s.progressBarEnabled);
-    member(w, "backgroundColor", s.backgroundColor);
-    member(w, "backgroundType", s.backgroundType);
-    member(w, "gradientColors", s.gradientColors);
-    member(w, "gradientDirection", s.gradientDirection);
-    member(w, "layout", s.layout);
-    member(w, "cinematicZoomEnabled", s.cinematicZoomEnabled);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const BrandingConfig& b) {
-    w.beginObject();
-    member(w, "enabled", b.enabled);
-    member(w, "text", b.text);
-    member(w, "textColor", b.textColor);
-    member(w, "textSize", b.textSize);
-    if (b.logoImagePath) member(w, "logoImagePath", *b.logoImagePath);
-    member(w, "logoWidth", b.logoWidth);
-    member(w, "logoHeight", b.logoHeight);
-    member(w, "position", b.position);
-    member(w, "opacity", b.opacity);
-    member(w, "showBackground", b.showBackground);
-    member(w, "backgroundColor", b.backgroundColor);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const ProgressStep& s) {
-    w.beginObject();
-    member(w, "id", s.id);
-    member(w, "title", s.title);
-    member(w, "isCompleted", s.isCompleted);
-    member(w, "order", s.order);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const ProgressBarConfig& p) {
-    w.beginObject();
-    member(w, "enabled", p.enabled);
-    member(w, "steps", p.steps);
-    member(w, "orientation", p.orientation);
-    member(w, "position", p.position);
-    member(w, "size", p.size);
-    member(w, "backgroundColor", p.backgroundColor);
-    member(w, "completedColor", p.completedColor);
-    member(w, "pendingColor", p.pendingColor);
-    member(w, "textColor", p.textColor);
-    member(w, "textSize", p.textSize);
-    member(w, "opacity", p.opacity);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const TeleprompterConfig& t) {
-    w.beginObject();
-    member(w, "enabled", t.enabled);
-    member(w, "text", t.text);
-    member(w, "fontSize", t.fontSize);
-    member(w, "textColor", t.textColor);
-    member(w, "backgroundColor", t.backgroundColor);
-    member(w, "opacity", t.opacity);
-    member(w, "scrollSpeed", t.scrollSpeed);
-    member(w, "isScrolling", t.isScrolling);
-    member(w, "position", t.position);
-    member(w, "width", t.width);
-    member(w, "height", t.height);
-    member(w, "alwaysOnTop", t.alwaysOnTop);
-    member(w, "hideFromScreenShare", t.hideFromScreenShare);
-    w.endObject();
-}
-
-void write(JsonWriter& w, const Preset& p) {
-    w.beginObject();
-    member(w, "id", p.id);
-    member(w, "name", p.name);
-    member(w, "scenes", p.scenes);
-    if (p.activeSceneId) member(w, "activeSceneId", *p.activeSceneId);
-    if (p.branding) member(w, "branding", *p.branding);
-    if (p.progressBar) member(w, "progressBar", *p.progressBar);
-    member(w, "hideProgramWhenPopout", p.hideProgramWhenPopout);
-    if (p.teleprompter) member(w, "teleprompter", *p.teleprompter);
-    member(w, "sceneTransition", p.sceneTransition);
+    forEachField<T>([&](const auto& field) { writeField(w, record, field); });
     w.endObject();
 }
 
@@ -267,7 +347,6 @@ void write(JsonWriter& w, const std::vector<T>& items) {
     for (const auto& item : items) write(w, item);
     w.endArray();
 }
-
 
 // Output sizes of one record type differ little from one call to the next;
 // starting from the last size saves the string's regrowth.
@@ -300,8 +379,8 @@ public:
 
     [[noreturn]] void fail(const std::string& message) const { throw DecodeFailure{path() + ": " + message}; }
 
-    void enterKey(const char* key) { enter({key, 0}); }
-    void enterIndex(std::size_t index) { enter({nullptr, index}); }
+    void enterKey(std::string_view key) { enter({key, 0}); }
+    void enterIndex(std::size_t index) { enter({{}, index}); }
     void leave() { --depth_; }
 
     std::string path() const {
@@ -309,7 +388,7 @@ public:
         std::string out;
         for (std::size_t i = 0; i < depth_; ++i) {
             const Segment& s = segments_[i];
-            if (s.key) {
+            if (!s.key.empty()) {
                 if (i > 0) out += '.';
                 out += s.key;
             } else {
@@ -323,7 +402,7 @@ public:
 
 private:
     struct Segment {
-        const char* key;  // nullptr for an array index
+        std::string_view key;  // empty for an array index
         std::size_t index;
     };
 
@@ -419,228 +498,45 @@ void readPair(Reader& r, const Value& v, double& a, double& b) {
 void read(Reader& r, const Value& v, Point& out) { readPair(r, v, out.x, out.y); }
 void read(Reader& r, const Value& v, Size& out) { readPair(r, v, out.width, out.height); }
 
+template <Record T>
+void read(Reader& r, const Value& v, T& record);
 template <typename T>
 void read(Reader& r, const Value& v, std::vector<T>& out);
 
-Object requireObject(Reader& r, const Value& v) {
-    if (v.type != Type::object) r.fail("expected an object");
-    return Object{&v, 0};
-}
-
 // A required key: missing, null or of the wrong type fails the document.
-template <typename T>
-void field(Reader& r, Object& object, const char* key, T& out) {
-    r.enterKey(key);
-    const Value* v = r.document().find(*object.value, key, object.hint);
-    if (!v) r.fail("missing key");
-    if (v->type == Type::null) r.fail("null value");
-    read(r, *v, out);
-    r.leave();
-}
-
 // An optional key: missing or null gives no value; present must be valid.
-template <typename T>
-void optionalField(Reader& r, Object& object, const char* key, std::optional<T>& out) {
-    const Value* v = r.document().find(*object.value, key, object.hint);
-    if (!v || v->type == Type::null) {
-        out.reset();
-        return;
+// A tolerant key: missing or null keeps the default; present must be valid.
+template <typename R, typename M, Presence presence>
+void readField(Reader& r, Object& object, R& record, const RecordField<R, M, presence>& field) {
+    M& out = record.*field.member;
+    const Value* v = r.document().find(*object.value, field.key, object.hint);
+    if constexpr (presence == Presence::required) {
+        r.enterKey(field.key);
+        if (!v) r.fail("missing key");
+        if (v->type == Type::null) r.fail("null value");
+        read(r, *v, out);
+    } else {
+        if (!v || v->type == Type::null) {
+            if constexpr (presence == Presence::optional) out.reset();
+            return;
+        }
+        r.enterKey(field.key);
+        if constexpr (presence == Presence::optional) {
+            typename M::value_type value{};
+            read(r, *v, value);
+            out = std::move(value);
+        } else {
+            read(r, *v, out);
+        }
     }
-    r.enterKey(key);
-    T value{};
-    read(r, *v, value);
-    out = std::move(value);
     r.leave();
 }
 
-// A key of the tolerant slide: missing or null keeps the default.
-template <typename T>
-void tolerantField(Reader& r, Object& object, const char* key, T& out) {
-    const Value* v = r.document().find(*object.value, key, object.hint);
-    if (!v || v->type == Type::null) return;
-    r.enterKey(key);
-    read(r, *v, out);
-    r.leave();
-}
-
-void read(Reader& r, const Value& v, CodableColor& c) {
-    Object j = requireObject(r, v);
-    field(r, j, "red", c.red);
-    field(r, j, "green", c.green);
-    field(r, j, "blue", c.blue);
-    field(r, j, "alpha", c.alpha);
-}
-
-void read(Reader& r, const Value& v, SceneTransitionConfig& t) {
-    Object j = requireObject(r, v);
-    field(r, j, "enabled", t.enabled);
-    field(r, j, "type", t.type);
-    field(r, j, "duration", t.duration);
-}
-
-void read(Reader& r, const Value& v, Slide& s) {
-    Object j = requireObject(r, v);
-    tolerantField(r, j, "id", s.id);
-    tolerantField(r, j, "title", s.title);
-    tolerantField(r, j, "content", s.content);
-    optionalField(r, j, "imageUrl", s.imageUrl);
-    tolerantField(r, j, "imagePosition", s.imagePosition);
-    tolerantField(r, j, "imageSize", s.imageSize);
-    tolerantField(r, j, "order", s.order);
-    tolerantField(r, j, "textScale", s.textScale);
-    tolerantField(r, j, "textAlignment", s.textAlignment);
-    tolerantField(r, j, "backgroundColor", s.backgroundColor);
-}
-
-void read(Reader& r, const Value& v, SlidesResource& d) {
-    Object j = requireObject(r, v);
-    field(r, j, "id", d.id);
-    field(r, j, "title", d.title);
-    field(r, j, "slides", d.slides);
-    field(r, j, "currentSlideIndex", d.currentSlideIndex);
-    field(r, j, "backgroundColor", d.backgroundColor);
-    field(r, j, "textColor", d.textColor);
-    field(r, j, "accentColor", d.accentColor);
-    field(r, j, "textScale", d.textScale);
-    field(r, j, "textAlignment", d.textAlignment);
-}
-
-void read(Reader& r, const Value& v, SourceConfiguration& c) {
-    Object j = requireObject(r, v);
-    field(r, j, "position", c.position);
-    field(r, j, "size", c.size);
-    optionalField(r, j, "cameraDeviceId", c.cameraDeviceId);
-    optionalField(r, j, "screenId", c.screenId);
-    optionalField(r, j, "windowId", c.windowId);
-    optionalField(r, j, "windowTitle", c.windowTitle);
-    optionalField(r, j, "windowOwner", c.windowOwner);
-    optionalField(r, j, "contentType", c.contentType);
-    optionalField(r, j, "slidesResource", c.slidesResource);
-    field(r, j, "isBlurred", c.isBlurred);
-    field(r, j, "brightness", c.brightness);
-    field(r, j, "scale", c.scale);
-    field(r, j, "horizontalOffset", c.horizontalOffset);
-    field(r, j, "verticalOffset", c.verticalOffset);
-    field(r, j, "backgroundColor", c.backgroundColor);
-    field(r, j, "borderEnabled", c.borderEnabled);
-    field(r, j, "borderColor", c.borderColor);
-    field(r, j, "borderWidth", c.borderWidth);
-    field(r, j, "borderGlow", c.borderGlow);
-    field(r, j, "borderRadius", c.borderRadius);
-    field(r, j, "shadowEnabled", c.shadowEnabled);
-    field(r, j, "shadowColor", c.shadowColor);
-    field(r, j, "shadowRadius", c.shadowRadius);
-    field(r, j, "shadowX", c.shadowX);
-    field(r, j, "shadowY", c.shadowY);
-    field(r, j, "cameraShape", c.cameraShape);
-    field(r, j, "cameraPosition", c.cameraPosition);
-    field(r, j, "cameraSize", c.cameraSize);
-    field(r, j, "isOverlay", c.isOverlay);
-    field(r, j, "cameraBorderEnabled", c.cameraBorderEnabled);
-    field(r, j, "cameraBorderColor", c.cameraBorderColor);
-    field(r, j, "cameraBorderWidth", c.cameraBorderWidth);
-    field(r, j, "cameraBorderGlow", c.cameraBorderGlow);
-    field(r, j, "cameraBorderRadius", c.cameraBorderRadius);
-    field(r, j, "cameraZoom", c.cameraZoom);
-    field(r, j, "cameraWidth", c.cameraWidth);
-    field(r, j, "cameraHeight", c.cameraHeight);
-    field(r, j, "cameraHorizontalPosition", c.cameraHorizontalPosition);
-    field(r, j, "cameraVerticalPosition", c.cameraVerticalPosition);
-    field(r, j, "cameraBrightness", c.cameraBrightness);
-    field(r, j, "cameraContrast", c.cameraContrast);
-}
-
-void read(Reader& r, const Value& v, Source& s) {
-    Object j = requireObject(r, v);
-    field(r, j, "id", s.id);
-    field(r, j, "type", s.type);
-    field(r, j, "name", s.name);
-    field(r, j, "configuration", s.configuration);
-}
-
-void read(Reader& r, const Value& v, StreamingScene& s) {
-    Object j = requireObject(r, v);
-    field(r, j, "id", s.id);
-    field(r, j, "name", s.name);
-    field(r, j, "icon", s.icon);
-    field(r, j, "sources", s.sources);
-    optionalField(r, j, "selectedSourceId", s.selectedSourceId);
-    field(r, j, "brandingEnabled", s.brandingEnabled);
-    field(r, j, "progressBarEnabled", s.progressBarEnabled);
-    field(r, j, "backgroundColor", s.backgroundColor);
-    field(r, j, "backgroundType", s.backgroundType);
-    field(r, j, "gradientColors", s.gradientColors);
-    field(r, j, "gradientDirection", s.gradientDirection);
-    field(r, j, "layout", s.layout);
-    field(r, j, "cinematicZoomEnabled", s.cinematicZoomEnabled);
-}
-
-void read(Reader& r, const Value& v, BrandingConfig& b) {
-    Object j = requireObject(r, v);
-    field(r, j, "enabled", b.enabled);
-    field(r, j, "text", b.text);
-    field(r, j, "textColor", b.textColor);
-    field(r, j, "textSize", b.textSize);
-    optionalField(r, j, "logoImagePath", b.logoImagePath);
-    field(r, j, "logoWidth", b.logoWidth);
-    field(r, j, "logoHeight", b.logoHeight);
-    field(r, j, "position", b.position);
-    field(r, j, "opacity", b.opacity);
-    field(r, j, "showBackground", b.showBackground);
-    field(r, j, "backgroundColor", b.backgroundColor);
-}
-
-void read(Reader& r, const Value& v, ProgressStep& s) {
-    Object j = requireObject(r, v);
-    field(r, j, "id", s.id);
-    field(r, j, "title", s.title);
-    field(r, j, "isCompleted", s.isCompleted);
-    field(r, j, "order", s.order);
-}
-
-void read(Reader& r, const Value& v, ProgressBarConfig& p) {
-    Object j = requireObject(r, v);
-    field(r, j, "enabled", p.enabled);
-    field(r, j, "steps", p.steps);
-    field(r, j, "orientation", p.orientation);
-    field(r, j, "position", p.position);
-    field(r, j, "size", p.size);
-    field(r, j, "backgroundColor", p.backgroundColor);
-    field(r, j, "completedColor", p.completedColor);
-    field(r, j, "pendingColor", p.pendingColor);
-    field(r, j, "textColor", p.textColor);
-    field(r, j, "textSize", p.textSize);
-    field(r, j, "opacity", p.opacity);
-}
-
-void read(Reader& r, const Value& v, TeleprompterConfig& t) {
-    Object j = requireObject(r, v);
-    field(r, j, "enabled", t.enabled);
-    field(r, j, "text", t.text);
-    field(r, j, "fontSize", t.fontSize);
-    field(r, j, "textColor", t.textColor);
-    field(r, j, "backgroundColor", t.backgroundColor);
-    field(r, j, "opacity", t.opacity);
-    field(r, j, "scrollSpeed", t.scrollSpeed);
-    field(r, j, "isScrolling", t.isScrolling);
-    field(r, j, "position", t.position);
-    field(r, j, "width", t.width);
-    field(r, j, "height", t.height);
-    field(r, j, "alwaysOnTop", t.alwaysOnTop);
-    field(r, j, "hideFromScreenShare", t.hideFromScreenShare);
-}
-
-void read(Reader& r, const Value& v, Preset& p) {
-    Object j = requireObject(r, v);
-    field(r, j, "id", p.id);
-    field(r, j, "name", p.name);
-    field(r, j, "scenes", p.scenes);
-    optionalField(r, j, "activeSceneId", p.activeSceneId);
-    optionalField(r, j, "branding", p.branding);
-    optionalField(r, j, "progressBar", p.progressBar);
-    field(r, j, "hideProgramWhenPopout", p.hideProgramWhenPopout);
-    optionalField(r, j, "teleprompter", p.teleprompter);
-    field(r, j, "sceneTransition", p.sceneTransition);
+template <Record T>
+void read(Reader& r, const Value& v, T& record) {
+    if (v.type != Type::object) r.fail("expected an object");
+    Object object{&v, 0};
+    forEachField<T>([&](const auto& field) { readField(r, object, record, field); });
 }
 
 template <typename T>

@@ -53,6 +53,19 @@ TEST(ConsoleRemoteTab, PortTextThatIsNoPortIsIgnored) {
     EXPECT_EQ(f.server->serverPort(), 9010);
 }
 
+TEST(ConsoleRemoteTab, PortTextWithBlanksAroundItIsIgnored) {
+    RemoteFixture f;
+    QLineEdit* port = f.tab()->portField();
+    for (const QString& text : {QStringLiteral(" 9010"), QStringLiteral("9010 "), QStringLiteral("\t9010")}) {
+        port->selectAll();
+        port->insert(text);
+        EXPECT_EQ(f.server->serverPort(), 8999) << text.toStdString();
+    }
+    port->selectAll();
+    port->insert(QStringLiteral("+9010"));
+    EXPECT_EQ(f.server->serverPort(), 9010);
+}
+
 TEST(ConsoleRemoteTab, EnablingStartsTheServerAndShowsItsAddress) {
     RemoteFixture f;
     f.server->setServerPort(0);  // any free port
@@ -98,6 +111,20 @@ TEST(ConsoleRemoteTab, ASidebarShownWithARunningServerShowsItActive) {
     sidebar.show();
     EXPECT_TRUE(sidebar.remoteTab()->localServerRunning());
     server.stopServer();
+}
+
+TEST(ConsoleRemoteTab, TheSwitchDrivesTheServerTheSessionHoldsNow) {
+    RemoteFixture f;
+    auto second = std::make_unique<WebServerManager>();
+    second->setServerPort(0);  // any free port
+    f.s.streamManager->setWebServerManager(second.get());
+    f.tab()->setServerEnabled(true);
+    EXPECT_TRUE(f.tab()->localServerRunning());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return second->isServerRunning(); }, 5000));
+    EXPECT_FALSE(f.server->isServerRunning());
+    EXPECT_TRUE(f.tab()->activeBlock()->isVisible());
+    EXPECT_EQ(f.tab()->urlText()->text(), second->accessUrl());
+    second->stopServer();
 }
 
 TEST(ConsoleRemoteTab, WithoutAServerTheSwitchFallsBackAfterTheChecks) {

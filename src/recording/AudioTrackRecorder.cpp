@@ -93,6 +93,7 @@ QString AudioTrackRecorder::finish() {
 
 void AudioTrackRecorder::take(const float* samples, std::size_t frames) {
     if (failed_ || frames == 0) return;
+    heardInput_ = true;
     const double inputRate = PulseAudioCapture::kSampleRate;
     const double arrival_s = steadySeconds(RecordingClock::Clock::now());
     inputFrames_ += static_cast<std::int64_t>(frames);

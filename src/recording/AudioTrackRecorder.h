@@ -63,6 +63,10 @@ public:
     const QString& label() const { return label_; }
     std::int64_t samplesWritten() const { return encoder_.samplesWritten(); }
 
+    // Whether any sound has come in yet, from the device or the silence
+    // standing in for it. Any thread.
+    bool hasHeardInput() const { return heardInput_.load(); }
+
 private:
     void take(const float* samples, std::size_t frames);
     void startSilence();
@@ -86,6 +90,7 @@ private:
     double deviceStart_s_ = 0;      // steady clock, seconds since its epoch
     double writeCursor_s_ = 0;      // where the next written sample lands, from the origin
     bool failed_ = false;
+    std::atomic<bool> heardInput_{false};
 };
 
 }  // namespace orvane

@@ -159,8 +159,18 @@ void RecordingManager::startRecording(StreamManager& streamManager) {
     QTimer::singleShot(kSettleTime, this, [this, generation] { continueStart(generation); });
 }
 
-void RecordingManager::continueStart(quint64 generation) {
+void RecordingManager::continueStart(quint64 generation, std::chrono::milliseconds waitedForSound) {
     if (generation != generation_ || recordingStatus_ != RecordingStatus::preparing || !session_) return;
+    if (!session_->soundIsFlowing()) {
+        if (waitedForSound < kSoundWaitLimit) {
+            QTimer::singleShot(kSoundWaitStep, this, [this, generation, waitedForSound] {
+                continueStart(generation, waitedForSound + kSoundWaitStep);
+            });
+            return;
+        }
+        logLine("⚠️ No sound came in within " + std::to_string(kSoundWaitLimit.count() / 1000) +
+                " s: the recording begins without it");
+    }
     session_->start();
     setRecordingStatus(RecordingStatus::recording);
     setIsRecording(true);

@@ -47,6 +47,10 @@ class RecordingManager : public QObject {
 
 public:
     static constexpr auto kSettleTime = std::chrono::milliseconds(500);
+    // After the settle, how long the start waits at most for the sound
+    // sources' first sound, and how often it looks.
+    static constexpr auto kSoundWaitLimit = std::chrono::milliseconds(3000);
+    static constexpr auto kSoundWaitStep = std::chrono::milliseconds(20);
     static constexpr auto kDurationTick = std::chrono::milliseconds(100);
 
     // The session whose program is recorded; it must outlive the manager
@@ -130,7 +134,7 @@ signals:
     void recordingFinished();
 
 private:
-    void continueStart(quint64 generation);
+    void continueStart(quint64 generation, std::chrono::milliseconds waitedForSound = {});
     void failStart(const QString& description);
     void finishStop(quint64 generation, const QString& failure, bool fromWriterFailure);
     void writerFailed(quint64 generation, const QString& message);

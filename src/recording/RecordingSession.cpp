@@ -94,6 +94,12 @@ QString RecordingSession::prepare(FailureHandler onFailure) {
     return pipeline_->start(clock_, [this](const QString& message) { reportFailure(message); });
 }
 
+bool RecordingSession::soundIsFlowing() const {
+    for (const auto* track : {systemAudio_.get(), microphone_.get()})
+        if (track && !track->hasHeardInput()) return false;
+    return true;
+}
+
 void RecordingSession::start() {
     if (!pipeline_ || clock_.hasOrigin()) return;
     clock_.setOrigin(RecordingClock::Clock::now());

@@ -46,6 +46,11 @@ public:
     // Sets everything up and opens the sound devices, which run ahead of
     // the recording (their sound is dropped until start()). Empty on success.
     QString prepare(FailureHandler onFailure);
+    // Whether every sound track has heard its first input. A sound server
+    // may deliver a newly connected stream's first sound a second or more
+    // late; nothing from before that can be had, so the recording should
+    // begin only then, for sound and picture to line up from its start.
+    bool soundIsFlowing() const;
     // Sets the clock's origin: the first frame is due now.
     void start();
     // Stops the capture and closes the file; blocks until it is closed.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QThread>
 
 #include <chrono>
 #include <cstdlib>
@@ -140,8 +141,19 @@ QString SoundServer::playSinkTone() {
         !failure.isEmpty())
         return failure;
     sinkTone_ = std::make_unique<QProcess>();
+    sinkTone_->setProcessEnvironment(environmentFor(runtimeDir()));
     sinkTone_->start("paplay", {QStringLiteral("--device=") + kSink, tone});
-    return sinkTone_->waitForStarted(5000) ? QString() : QStringLiteral("paplay did not start");
+    if (!sinkTone_->waitForStarted(5000)) return QStringLiteral("paplay did not start");
+    // Started is not playing: on a busy machine the player may take a good
+    // part of a second to connect. The tone counts as playing once its
+    // stream stands on the server.
+    for (int tries = 0; tries < 100; ++tries) {
+        QString inputs;
+        if (runTool({"pactl", "list", "short", "sink-inputs"}, 5000, &inputs).isEmpty() && !inputs.trimmed().isEmpty())
+            return {};
+        QThread::msleep(50);
+    }
+    return QStringLiteral("the tone never reached the sound server");
 }
 
 }  // namespace orvane::test

@@ -326,7 +326,11 @@ class Monkey:
                 candidates.append((obj, role, name, title, a))
         if not candidates:
             return self.do_escape()
-        obj, role, name, title, (act, useful, names) = self.rng.choice(candidates)
+        # A window first, then a control in it: a sheet's few controls get
+        # as much attention as the console's many.
+        titles = sorted(set(c[3] for c in candidates))
+        window = self.rng.choice(titles)
+        obj, role, name, title, (act, useful, names) = self.rng.choice([c for c in candidates if c[3] == window])
         if title == "Delete Preset" and name == "Delete" and self.preset_count() <= 1:
             # The last preset stays, so that the check afterwards has a
             # file to read.

@@ -488,7 +488,11 @@ class Monkey:
         elif choice == "popout":
             self.do_named(controls, r"(?i)pop ?out|virtual camera", "pop-out window")
         elif choice == "record":
-            self.do_named(controls, r"(?i)record", "recording")
+            # Start or stop when the recording panel shows, else open it.
+            if any(re.fullmatch(r"(Start|Stop) Recording", c[2]) for c in controls):
+                self.do_named(controls, r"^(Start|Stop) Recording$", "recording")
+            else:
+                self.do_named(controls, r"(?i)record", "recording")
         elif choice == "close":
             self.do_close_window(windows)
         elif choice == "pointer":

@@ -77,24 +77,24 @@ class Servers:
         return env
 
     def start_display(self, width=2400, height=1200):
-        number = None
-        for n in range(200, 300):
-            if not os.path.exists("/tmp/.X11-unix/X%d" % n) and not os.path.exists("/tmp/.X%d-lock" % n):
-                number = n
-                break
-        if number is None:
-            raise RuntimeError("no free display number")
-        display = ":%d" % number
-        self._spawn(["Xvfb", display, "-screen", "0", "%dx%dx24" % (width, height), "-noreset", "-nolisten", "tcp"],
-                    "xvfb.log")
+        # Xvfb picks a free display number itself and writes it once it
+        # accepts connections, so two runs never share a server.
+        read_end, write_end = os.pipe()
+        with open(os.path.join(self.out, "xvfb.log"), "ab") as log:
+            proc = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0",
+                                     "%dx%dx24" % (width, height), "-noreset", "-nolisten", "tcp"],
+                                    stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
+                                    pass_fds=(write_end,), start_new_session=True)
+        self._track(proc.pid)
+        os.close(write_end)
+        number = b""
+        with os.fdopen(read_end, "rb") as announced:
+            number = announced.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb did not start")
+        display = ":" + number.decode()
         self.env["DISPLAY"] = display
         env = self.environment()
-        for _ in range(100):
-            if subprocess.run(["xdpyinfo"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0:
-                break
-            time.sleep(0.1)
-        else:
-            raise RuntimeError("Xvfb did not start on " + display)
         self._spawn(["openbox"], "openbox.log", env=env)
         for _ in range(100):
             probe = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=env,

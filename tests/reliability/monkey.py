@@ -587,6 +587,22 @@ class Monkey:
         if done.returncode != 0:
             raise RunFailed("a preset file no longer loads")
 
+    def check_recordings(self):
+        """Every movie the run recorded opens and holds a video stream,
+        including one that was still recording when the window closed."""
+        movies = sorted(glob.glob(os.path.join(self.dirs["documents"], "**", "*.mov"), recursive=True))
+        broken = []
+        for movie in movies:
+            probe = subprocess.run(["ffprobe", "-v", "error", "-show_entries", "stream=codec_type", "-of", "csv=p=0",
+                                    movie], capture_output=True, text=True, timeout=120)
+            # ffprobe at this level reports only damage, such as a movie
+            # cut off in the middle of a fragment.
+            if probe.returncode != 0 or "video" not in probe.stdout or probe.stderr.strip():
+                broken.append("%s: %s" % (os.path.basename(movie), (probe.stderr.strip() or "no video stream")[:300]))
+        self.log("%d recordings, %d unreadable" % (len(movies), len(broken)))
+        if broken:
+            raise RunFailed("recordings that do not open: " + "; ".join(broken))
+
     # ------------------------------------------------------------------ run
 
     def run(self):
@@ -631,6 +647,13 @@ class Monkey:
                 problems.append(str(e))
             except (OSError, subprocess.SubprocessError) as e:
                 problems.append("the preset checker did not run: %s" % e)
+        if not failure and self.app is not None:
+            try:
+                self.check_recordings()
+            except RunFailed as e:
+                problems.append(str(e))
+            except (OSError, subprocess.SubprocessError) as e:
+                problems.append("ffprobe did not run: %s" % e)
 
         duration = time.monotonic() - self.started
         summary = "seed=%d actions=%d duration=%.0fs" % (self.args.seed, self.count, duration)

@@ -138,8 +138,9 @@ class Monkey:
         os.environ.update(self.servers.env)
         import gi
         gi.require_version("Atspi", "2.0")
-        from gi.repository import Atspi
+        from gi.repository import Atspi, GLib
         self.atspi = Atspi
+        self.atspi_error = GLib.Error
         Atspi.init()
         Atspi.set_timeout(4000, 60000)
         self.app_object = self.wait_for(self.find_app_object, 90, "the application on the accessibility bus")
@@ -616,7 +617,12 @@ class Monkey:
             deadline = time.monotonic() + self.args.seconds
             next_check = time.monotonic() + 10
             while time.monotonic() < deadline:
-                self.step()
+                try:
+                    self.step()
+                except self.atspi_error as e:
+                    # A window or control that closed between listing and
+                    # use; a hang shows in the regular check instead.
+                    self.log("   (the application changed under the action: %s)" % str(e).splitlines()[0][:160])
                 if time.monotonic() > next_check:
                     self.answers()
                     next_check = time.monotonic() + 10

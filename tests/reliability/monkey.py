@@ -97,9 +97,11 @@ class Monkey:
         except (RuntimeError, subprocess.SubprocessError, OSError) as e:
             # The recorder records silence without a sound server.
             self.log("no sound server: %s" % e)
-        # A window for the window sources to show; it reads no input.
+        # A window for the window sources to show, right of the console so
+        # that clicks meant for the console never land on it; it reads no
+        # input.
         env = self.servers.environment()
-        self.servers.spawn(["xterm", "-T", "Monkey Terminal", "-geometry", "80x24+1300+700", "-e",
+        self.servers.spawn(["xterm", "-T", "Monkey Terminal", "-geometry", "60x20+1940+40", "-e",
                             "tail", "-f", "/dev/null"], "xterm.log", env)
         self.terminal = self.wait_for(lambda: self.xdotool(["search", "--name", "^Monkey Terminal$"]).split(),
                                       10, "the terminal window")[0]

@@ -117,9 +117,10 @@ class Monkey:
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
             "QT_ACCESSIBILITY": "1",
             "QT_QPA_PLATFORM": "xcb",
-            # Leak checking is off: Qt, fontconfig and the X libraries keep
-            # caches to the end of the process that it would report.
-            "ASAN_OPTIONS": "log_path=%s/asan:detect_leaks=0:abort_on_error=0:print_summary=1"
+            # Leaks are looked for when the application quits; the caches
+            # that Qt, fontconfig and the X libraries keep to the end stay
+            # reachable and are not reported.
+            "ASAN_OPTIONS": "log_path=%s/asan:detect_leaks=1:abort_on_error=0:print_summary=1"
                             % self.dirs["sanitizer"],
             "UBSAN_OPTIONS": "log_path=%s/ubsan:print_stacktrace=1:halt_on_error=1" % self.dirs["sanitizer"],
         })

@@ -499,7 +499,7 @@ class Monkey:
             self.do_pointer(windows)
         if os.environ.get("MONKEY_PROFILE"):
             self.log("   step took %.2f s" % (time.monotonic() - t0))
-        time.sleep(self.rng.choice((0.05, 0.1, 0.2, 0.4, 0.8)))
+        time.sleep(self.rng.choice((0.02, 0.05, 0.1, 0.2, 0.5)))
 
     # --------------------------------------------------------------- checks
 
@@ -518,6 +518,7 @@ class Monkey:
         worker = threading.Thread(target=ask, daemon=True)
         worker.start()
         worker.join(seconds + 5)
+        self.atspi.set_timeout(4000, 60000)
         if worker.is_alive() or "error" in result:
             raise RunFailed("the application does not answer: %s" % result.get("error", "no reply"))
         self.log("the application answers: %s with %d windows" % (result["name"], result["children"]))

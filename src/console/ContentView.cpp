@@ -1,5 +1,7 @@
 #include "console/ContentView.h"
 
+#include <QCloseEvent>
+#include <QCoreApplication>
 #include <QGraphicsBlurEffect>
 #include <QGraphicsOpacityEffect>
 #include <QPropertyAnimation>
@@ -50,6 +52,13 @@ ContentView::ContentView(StreamManager& streamManager, WindowManager& windowMana
 }
 
 ContentView::~ContentView() = default;
+
+void ContentView::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    // The process ends with the console window: an open pop-out,
+    // teleprompter or editor window does not keep it running on its own.
+    if (event->isAccepted()) QCoreApplication::quit();
+}
 
 void ContentView::setShowPresetSelection(bool show) {
     if (showPresetSelection_ == show) return;

@@ -22,6 +22,7 @@
 #include "recording/LiveFrameTable.h"
 #include "recording/ProgramFrameRelay.h"
 #include "recording/RecordingManager.h"
+#include "support/NoDisplays.h"
 #include "support/MediaProbe.h"
 #include "support/RecordingHarness.h"
 #include "support/StdoutCapture.h"
@@ -46,23 +47,7 @@ int countLinesContaining(const std::string& text, const std::string& part) {
     return n;
 }
 
-// A machine without a display server: the scenes here show cameras only.
-class NoDisplays : public CaptureBackend {
-public:
-    CaptureResult<std::vector<CaptureDisplay>> displays() override {
-        return CaptureResult<std::vector<CaptureDisplay>>::failure(QStringLiteral("no display server"));
-    }
-    CaptureResult<std::vector<ShareableWindow>> windows() override {
-        return CaptureResult<std::vector<ShareableWindow>>::failure(QStringLiteral("no display server"));
-    }
-    std::optional<QImage> displayThumbnail(std::uint32_t) override { return std::nullopt; }
-    std::optional<QImage> windowThumbnail(std::uint32_t) override { return std::nullopt; }
-    CaptureResult<std::unique_ptr<CaptureStream>> openStream(const CaptureTarget&) override {
-        return CaptureResult<std::unique_ptr<CaptureStream>>::failure(QStringLiteral("no display server"));
-    }
-    void bringWindowToFront(std::uint32_t) override {}
-    int openStreamCount() const override { return 0; }
-};
+using test::NoDisplays;
 
 StreamingScene cameraScene(const std::string& deviceId) {
     StreamingScene scene;

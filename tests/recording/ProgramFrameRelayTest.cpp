@@ -12,27 +12,12 @@
 #include "engine/StreamManager.h"
 #include "recording/LiveFrameTable.h"
 #include "recording/ProgramFrameRelay.h"
+#include "support/NoDisplays.h"
 
 namespace orvane {
 namespace {
 
-// A display server with nothing on it: every screen capture fails.
-class NoDisplays : public CaptureBackend {
-public:
-    CaptureResult<std::vector<CaptureDisplay>> displays() override {
-        return CaptureResult<std::vector<CaptureDisplay>>::failure(QStringLiteral("no display server"));
-    }
-    CaptureResult<std::vector<ShareableWindow>> windows() override {
-        return CaptureResult<std::vector<ShareableWindow>>::failure(QStringLiteral("no display server"));
-    }
-    std::optional<QImage> displayThumbnail(std::uint32_t) override { return std::nullopt; }
-    std::optional<QImage> windowThumbnail(std::uint32_t) override { return std::nullopt; }
-    CaptureResult<std::unique_ptr<CaptureStream>> openStream(const CaptureTarget&) override {
-        return CaptureResult<std::unique_ptr<CaptureStream>>::failure(QStringLiteral("no display server"));
-    }
-    void bringWindowToFront(std::uint32_t) override {}
-    int openStreamCount() const override { return 0; }
-};
+using test::NoDisplays;
 
 TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
     QTemporaryDir home;

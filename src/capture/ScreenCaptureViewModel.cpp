@@ -53,11 +53,7 @@ void ScreenCaptureViewModel::stopCapture() {
     retry_.reset();
     detach();
     setCapturing(false);
-    shown_.sequence = 0;
-    if (!shown_.image.isNull()) {
-        shown_.image = QImage();
-        emit capturedImageChanged();
-    }
+    clearShown();
 }
 
 void ScreenCaptureViewModel::retryNow() { retry_.retrySoon(); }
@@ -92,12 +88,7 @@ void ScreenCaptureViewModel::fail(const QString& reason) {
     }
     keepUntilNoticeIsOver(capture_, this);
     detach();
-    // A dead source's last picture would pass for a live one.
-    shown_.sequence = 0;
-    if (!shown_.image.isNull()) {
-        shown_.image = QImage();
-        emit capturedImageChanged();
-    }
+    clearShown();  // a dead source's last picture would pass for a live one
     setErrorMessage(message);
     setCapturing(false);
     setMouseOverWindow(false);
@@ -115,6 +106,13 @@ void ScreenCaptureViewModel::takeLatestFrame() {
         setErrorMessage(QString());
         setCapturing(true);
     }
+    emit capturedImageChanged();
+}
+
+void ScreenCaptureViewModel::clearShown() {
+    shown_.sequence = 0;
+    if (shown_.image.isNull()) return;
+    shown_.image = QImage();
     emit capturedImageChanged();
 }
 

@@ -78,6 +78,8 @@ private:
     void detach();
     void fail(const QString& reason);
     void takeLatestFrame();
+    // No picture from the current capture, and none shown.
+    void clearShown();
     void setCapturing(bool capturing);
     void setErrorMessage(const QString& message);
     void setMouseOverWindow(bool inside);

@@ -398,6 +398,10 @@ class Monkey:
             return self.do_escape()
         obj, role, name, title = self.rng.choice(buttons)
         self.action("press '%s' in '%s'" % (name, title))
+        self.press(obj)
+
+    def press(self, obj):
+        """Runs a control's first accessible action, as a click would."""
         act = self.actionable(obj)
         if act:
             try:
@@ -412,12 +416,7 @@ class Monkey:
             return self.do_click(controls)
         obj, role, name, title = self.rng.choice(matching)
         self.action("%s: press '%s' in '%s'" % (what, name, title))
-        act = self.actionable(obj)
-        if act:
-            try:
-                act[0].do_action(act[1][0])
-            except Exception as e:
-                self.log("   (no answer yet: %s)" % str(e).splitlines()[0][:120])
+        self.press(obj)
 
     def do_close_window(self, windows):
         """Closes one of the application's secondary windows as its title

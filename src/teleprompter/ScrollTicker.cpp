@@ -29,11 +29,14 @@ void ScrollTicker::fire() {
     if (running_) armNext();
 }
 
-void ScrollTicker::armNext() {
+qint64 ScrollTicker::waitBeforeNextTick(qint64 fired, qint64 elapsedNs) {
     // Deadline of the next tick in nanoseconds since the start.
-    const qint64 due = (fired_ + 1) * 1'000'000'000 / ticksPerSecond;
-    const qint64 waitMs = std::max<qint64>(0, (due - clock_.nsecsElapsed()) / 1'000'000);
-    timer_.start(static_cast<int>(waitMs));
+    const qint64 due = (fired + 1) * 1'000'000'000 / ticksPerSecond;
+    return std::max<qint64>(0, (due - elapsedNs) / 1'000'000);
+}
+
+void ScrollTicker::armNext() {
+    timer_.start(static_cast<int>(waitBeforeNextTick(fired_, clock_.nsecsElapsed())));
 }
 
 }  // namespace orvane

@@ -20,6 +20,10 @@ public:
     void stop();
     bool isActive() const { return running_; }
 
+    // Milliseconds to wait before the next tick, once `fired` ticks have
+    // fired and `elapsedNs` have passed since the start: zero while behind.
+    static qint64 waitBeforeNextTick(qint64 fired, qint64 elapsedNs);
+
 signals:
     void tick();
 

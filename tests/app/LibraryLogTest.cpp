@@ -12,7 +12,7 @@ extern "C" {
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace library_log_test {
 
 class LibraryLogTest : public ::testing::Test {
 protected:

@@ -14,7 +14,7 @@
 #include "support/TestSoundServer.h"
 
 namespace orvane {
-namespace {
+namespace audio_test {
 
 ::testing::Environment* const qtEnvironment = ::testing::AddGlobalTestEnvironment(new test::QtTestEnvironment(false));
 

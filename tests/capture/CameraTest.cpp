@@ -13,7 +13,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace camera_test {
 
 ::testing::Environment* const qtEnvironment = ::testing::AddGlobalTestEnvironment(new test::QtTestEnvironment(false));
 

@@ -12,7 +12,7 @@
 #include "support/QtTestEnvironment.h"
 
 namespace orvane {
-namespace {
+namespace capture_hub_test {
 
 ::testing::Environment* const qtEnvironment =
     ::testing::AddGlobalTestEnvironment(new test::QtTestEnvironment(false));

@@ -7,7 +7,7 @@
 #include "support/QStringPrinter.h"
 
 namespace orvane {
-namespace {
+namespace capture_managers_test {
 
 TEST(WindowCaptureManager, PublishesTheSelectableWindowsAndKeepsThemOnFailure) {
     test::FakeCaptureBackend backend;

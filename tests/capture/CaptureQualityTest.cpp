@@ -4,7 +4,7 @@
 #include "capture/CaptureQuality.h"
 
 namespace orvane {
-namespace {
+namespace capture_quality_test {
 
 TEST(CaptureQuality, RowsBySettingOrdinal) {
     const CaptureQuality expected[] = {{960, 540, 10}, {1280, 720, 15}, {1920, 1080, 30}, {2560, 1440, 60}};

@@ -19,7 +19,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace capture_recovery_test {
 
 using namespace std::chrono_literals;
 

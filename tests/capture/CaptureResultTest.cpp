@@ -7,7 +7,7 @@
 #include "support/QStringPrinter.h"
 
 namespace orvane {
-namespace {
+namespace capture_result_test {
 
 // A value whose move throws when told to, so that an assignment can be
 // made to fail halfway, leaving the result holding nothing.

@@ -3,7 +3,7 @@
 #include "capture/CaptureTargetResolver.h"
 
 namespace orvane {
-namespace {
+namespace capture_target_resolver_test {
 
 const CaptureQuality kBalanced = CaptureQuality::forOrdinal(1);
 

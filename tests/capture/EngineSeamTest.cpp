@@ -5,7 +5,7 @@
 #include "support/FakeCaptureBackend.h"
 
 namespace orvane {
-namespace {
+namespace engine_seam_test {
 
 TEST(EngineSeam, StreamQualityMapsToItsRow) {
     EXPECT_EQ(captureQualityFor(StreamQuality::performance), (CaptureQuality{960, 540, 10}));

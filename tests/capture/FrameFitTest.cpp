@@ -3,7 +3,7 @@
 #include "capture/FrameFit.h"
 
 namespace orvane {
-namespace {
+namespace frame_fit_test {
 
 QImage solid(int w, int h, QColor colour) {
     QImage image(w, h, QImage::Format_RGB32);

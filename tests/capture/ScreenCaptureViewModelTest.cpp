@@ -9,7 +9,7 @@
 #include "support/QtTestEnvironment.h"
 
 namespace orvane {
-namespace {
+namespace screen_capture_view_model_test {
 
 class ScreenCaptureViewModelTest : public ::testing::Test {
 protected:

@@ -11,7 +11,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace source_captures_test {
 
 class SourceCapturesTest : public ::testing::Test {
 protected:

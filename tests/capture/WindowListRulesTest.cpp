@@ -3,7 +3,7 @@
 #include "capture/WindowListRules.h"
 
 namespace orvane {
-namespace {
+namespace window_list_rules_test {
 
 ShareableWindow window(std::uint32_t id, const char* title, std::optional<QString> owner, int layer = 0) {
     ShareableWindow w;

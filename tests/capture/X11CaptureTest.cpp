@@ -12,7 +12,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace x11_capture_test {
 
 QByteArray display() { return test::QtTestEnvironment::instance()->displayServer().displayName(); }
 

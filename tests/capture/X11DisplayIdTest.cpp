@@ -9,7 +9,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace x11_display_id_test {
 
 std::vector<CaptureDisplay> listedDisplays(const QByteArray& display) {
     X11CaptureBackend backend(display);

@@ -12,7 +12,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace x11_frame_rate_test {
 
 ::testing::Environment* const qtEnvironment = ::testing::AddGlobalTestEnvironment(new test::QtTestEnvironment(true, false));
 

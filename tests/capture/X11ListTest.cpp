@@ -17,7 +17,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace x11_list_test {
 
 ::testing::Environment* const qtEnvironment = ::testing::AddGlobalTestEnvironment(new test::QtTestEnvironment(true));
 

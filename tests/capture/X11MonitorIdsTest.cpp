@@ -5,7 +5,7 @@
 #include "capture/x11/X11MonitorIds.h"
 
 namespace orvane {
-namespace {
+namespace x11_monitor_ids_test {
 
 using Monitor = X11MonitorIds::Monitor;
 

@@ -17,7 +17,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace x11_target_watcher_test {
 
 // A watcher made while $DISPLAY says this (unset when null); the variable
 // is put back afterwards.

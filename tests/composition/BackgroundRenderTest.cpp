@@ -5,7 +5,7 @@
 #include "composition/SceneRenderer.h"
 
 namespace orvane {
-namespace {
+namespace background_render_test {
 
 using test::near;
 

@@ -9,7 +9,7 @@
 #include "composition/TestFrameSource.h"
 
 namespace orvane {
-namespace {
+namespace capture_spinner_test {
 
 const QSize kSize(640, 360);
 

@@ -3,7 +3,7 @@
 #include "composition/CompositionIdentity.h"
 
 namespace orvane {
-namespace {
+namespace composition_identity_test {
 
 TEST(CompositionIdentity, JoinsTheNineParts) {
     StreamingScene scene;

@@ -9,7 +9,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace deck_scroll_test {
 
 const QSize kSize(960, 540);
 

@@ -4,7 +4,7 @@
 #include "composition/EraserHitTest.h"
 
 namespace orvane {
-namespace {
+namespace drawing_overlay_test {
 
 DrawingShape shape(DrawingShapeType type, Point a, Point b) {
     DrawingShape s;

@@ -6,7 +6,7 @@
 #include "composition/FastBlur.h"
 
 namespace orvane {
-namespace {
+namespace fast_blur_test {
 
 // The blurred picture drawn back at full size, as the renderer does.
 QImage blurToSize(const QImage& source, QSize size, double sigma) {

@@ -12,7 +12,7 @@
 #include "composition/FrameScaler.h"
 
 namespace orvane {
-namespace {
+namespace frame_outline_test {
 
 // Ramps in each channel with a one-pixel grid, as in the scaler's own tests;
 // with `alpha` below 255 every pixel is premultiplied to it.

@@ -11,7 +11,7 @@
 #include "composition/TestFrameSource.h"
 
 namespace orvane {
-namespace {
+namespace frame_scaler_test {
 
 // A frame with detail at every scale: smooth ramps in each channel, a grid
 // of one-pixel lines and a diagonal, as the test frames have.

@@ -13,7 +13,7 @@
 #include "composition/TransitionPlayer.h"
 
 namespace orvane {
-namespace {
+namespace hostile_input_test {
 
 // Numbers a damaged or hand-edited document could hold. Rendering them must
 // not crash; what is drawn does not matter.

@@ -6,7 +6,7 @@
 #include "composition/SourceFrameGeometry.h"
 
 namespace orvane {
-namespace {
+namespace overlay_geometry_test {
 
 TEST(CameraMask, StopsForTheSideLayouts) {
     EXPECT_EQ(CameraMask::stops(SceneLayout::splitHorizontal), (CameraMask::Stops{1, 1, 1, 1, 0.8, 0.5, 0.2, 0}));

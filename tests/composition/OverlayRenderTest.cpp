@@ -17,7 +17,7 @@
 #include "composition/SymbolPainter.h"
 
 namespace orvane {
-namespace {
+namespace overlay_render_test {
 
 using test::near;
 

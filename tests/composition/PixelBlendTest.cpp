@@ -11,7 +11,7 @@
 #include "composition/PixelBlend.h"
 
 namespace orvane {
-namespace {
+namespace pixel_blend_test {
 
 // Premultiplied pixels of every kind: opaque, clear, and translucent,
 // in runs and mixed, so that both the vector and the scalar paths run.

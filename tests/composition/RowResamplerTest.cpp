@@ -12,7 +12,7 @@
 #include "composition/RowResampler.h"
 
 namespace orvane {
-namespace {
+namespace row_resampler_test {
 
 // A frame of noise: every pixel unrelated to its neighbours, so that a
 // wrong neighbour or weight anywhere shows.

@@ -4,7 +4,7 @@
 #include "document/StreamingScene.h"
 
 namespace orvane {
-namespace {
+namespace scene_layout_helper_test {
 
 const QSizeF kCanvas(1600, 900);
 

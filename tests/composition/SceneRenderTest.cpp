@@ -13,7 +13,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace scene_render_test {
 
 using test::near;
 

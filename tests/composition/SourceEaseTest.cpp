@@ -9,7 +9,7 @@
 #include "composition/TestFrameSource.h"
 
 namespace orvane {
-namespace {
+namespace source_ease_test {
 
 using test::near;
 

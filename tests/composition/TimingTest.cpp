@@ -6,7 +6,7 @@
 #include "composition/TransitionEffect.h"
 
 namespace orvane {
-namespace {
+namespace timing_test {
 
 TEST(EaseInOut, EndsAndMiddle) {
     EXPECT_DOUBLE_EQ(EaseInOut::value(0), 0);

@@ -8,7 +8,7 @@
 #include "composition/TransitionPlayer.h"
 
 namespace orvane {
-namespace {
+namespace transition_render_test {
 
 using test::near;
 

@@ -13,7 +13,7 @@
 #include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
-namespace {
+namespace bar_tests {
 
 using test::Session;
 

@@ -8,7 +8,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace console_quit_tests {
 
 using test::Session;
 

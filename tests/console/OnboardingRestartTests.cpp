@@ -10,7 +10,7 @@
 #include "console/PermissionsManager.h"
 
 namespace orvane {
-namespace {
+namespace onboarding_restart_tests {
 
 using test::Session;
 

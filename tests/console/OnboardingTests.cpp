@@ -9,7 +9,7 @@
 #include "console/SymbolButton.h"
 
 namespace orvane {
-namespace {
+namespace onboarding_tests {
 
 using test::Session;
 

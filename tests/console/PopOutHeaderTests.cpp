@@ -18,7 +18,7 @@
 #include "engine/VirtualCameraManager.h"
 
 namespace orvane {
-namespace {
+namespace pop_out_header_tests {
 
 using test::LogCapture;
 using test::Session;

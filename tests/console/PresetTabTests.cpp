@@ -14,7 +14,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace preset_tab_tests {
 
 using test::Session;
 

@@ -12,7 +12,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace program_window_tests {
 
 using test::LogCapture;
 using test::Session;
@@ -139,7 +139,7 @@ TEST_F(PopOut, DrawingMadeInThePopOutShowsOnTheProgramStage) {
 }  // namespace orvane
 
 namespace orvane {
-namespace {
+namespace program_window_tests {
 
 TEST_F(PopOut, BlankCursorWhenHiddenAndGeometryRemembered) {
     s.streamManager->setShowCursor(false);
@@ -165,7 +165,7 @@ TEST_F(PopOut, BlankCursorWhenHiddenAndGeometryRemembered) {
 }  // namespace orvane
 
 namespace orvane {
-namespace {
+namespace program_window_tests {
 
 TEST_F(PopOut, SettlesBackToSixteenByNineAfterAResize) {
     s.streamManager->openProgramWindow();

@@ -21,7 +21,7 @@
 #include "recording/RecordingManager.h"
 
 namespace orvane {
-namespace {
+namespace recording_panel_tests {
 
 using test::Session;
 

@@ -12,7 +12,7 @@
 #include "remote/WebServerManager.h"
 
 namespace orvane {
-namespace {
+namespace remote_tab_tests {
 
 using test::Session;
 

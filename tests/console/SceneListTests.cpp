@@ -14,7 +14,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace scene_list_tests {
 
 using test::Session;
 

@@ -18,7 +18,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace shell_routing_tests {
 
 using test::Session;
 

@@ -18,7 +18,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace shell_tests {
 
 using test::Session;
 
@@ -153,7 +153,7 @@ TEST(ConsoleShell, StagesStackBelowEightHundredPixels) {
 }  // namespace orvane
 
 namespace orvane {
-namespace {
+namespace shell_tests {
 
 // Every control on both screens can be named by assistive technology.
 TEST(ConsoleShell, EveryControlHasAnAccessibleName) {

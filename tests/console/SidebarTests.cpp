@@ -36,7 +36,7 @@
 #include "support/FakeCaptureBackend.h"
 
 namespace orvane {
-namespace {
+namespace sidebar_tests {
 
 using test::Session;
 

@@ -12,7 +12,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace stage_tests {
 
 using test::Session;
 
@@ -91,7 +91,7 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
 #include "document/SourceFactory.h"
 
 namespace orvane {
-namespace {
+namespace stage_tests {
 
 TEST(ConsoleStages, RepaintAtTheCaptureRateOnlyWhileLiveSourcesShow) {
     Session s;
@@ -147,7 +147,7 @@ TEST(ConsoleShellWindow, AlwaysOnTopFollowsTheSwitch) {
 }  // namespace orvane
 
 namespace orvane {
-namespace {
+namespace stage_tests {
 
 TEST(ConsoleStages, PageClicksOnAStageReachTheSlides) {
     Session s;

@@ -9,7 +9,7 @@
 #include "console/VersionManager.h"
 
 namespace orvane {
-namespace {
+namespace version_tests {
 
 QString writeFile(QTemporaryDir& dir, const QByteArray& text) {
     const QString path = dir.filePath(QStringLiteral("version_info.json"));

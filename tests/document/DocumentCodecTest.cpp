@@ -12,7 +12,7 @@
 #include "support/GoldenPresets.h"
 
 namespace orvane {
-namespace {
+namespace document_codec_test {
 
 using nlohmann::json;
 using testing::deepEqual;

@@ -18,7 +18,7 @@
 #include "support/GoldenPresets.h"
 
 namespace orvane {
-namespace {
+namespace document_fuzz_test {
 
 using nlohmann::json;
 

@@ -19,7 +19,7 @@
 #include "support/ReferenceCodec.h"
 
 namespace orvane {
-namespace {
+namespace json_syntax_test {
 
 using namespace std::string_literals;
 using nlohmann::json;

@@ -27,7 +27,7 @@
 #include "support/TempXdgDir.h"
 
 namespace orvane {
-namespace {
+namespace preset_storage_test {
 
 namespace fs = std::filesystem;
 using test::entryNames;

@@ -16,7 +16,7 @@
 #include "support/TempXdgDir.h"
 
 namespace orvane {
-namespace {
+namespace preset_templates_test {
 
 using ::testing::ElementsAre;
 

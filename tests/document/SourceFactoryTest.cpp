@@ -13,7 +13,7 @@
 #include "document/PresetTemplates.h"
 
 namespace orvane {
-namespace {
+namespace source_factory_test {
 
 using SourceFactory::addCameraSource;
 using SourceFactory::addScreenSource;

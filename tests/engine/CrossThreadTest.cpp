@@ -14,7 +14,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace cross_thread_test {
 
 using test::SessionTest;
 

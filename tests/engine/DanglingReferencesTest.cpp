@@ -23,7 +23,7 @@
 #include "support/TestHome.h"
 
 namespace orvane {
-namespace {
+namespace dangling_references_test {
 
 namespace fs = std::filesystem;
 using test::LogCapture;

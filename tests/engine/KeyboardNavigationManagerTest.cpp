@@ -14,7 +14,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace keyboard_navigation_manager_test {
 
 using test::LogCapture;
 using test::SessionTest;

@@ -18,7 +18,7 @@
 #include "support/ProcStatus.h"
 
 namespace orvane {
-namespace {
+namespace performance_monitor_burn_test {
 
 double clockSeconds(clockid_t clock) {
     timespec now{};

@@ -11,7 +11,7 @@
 #include "support/TestHome.h"
 
 namespace orvane {
-namespace {
+namespace performance_monitor_test {
 
 class FakeClock {
 public:

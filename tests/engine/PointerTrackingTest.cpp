@@ -20,7 +20,7 @@
 #include "support/TestHome.h"
 
 namespace orvane {
-namespace {
+namespace pointer_tracking_test {
 
 // Counts the pointer events the application delivers, to show that the
 // motion was there to be seen by anything listening.

@@ -6,7 +6,7 @@
 #include "support/ProcStatus.h"
 
 namespace orvane {
-namespace {
+namespace process_usage_test {
 
 // A real line of /proc/<pid>/stat, with a command name that holds blanks and
 // a parenthesis.

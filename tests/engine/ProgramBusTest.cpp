@@ -17,7 +17,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace program_bus_test {
 
 using test::FakeWindowLayer;
 using test::FakeWindowRaiser;

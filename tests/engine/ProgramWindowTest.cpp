@@ -15,7 +15,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace program_window_test {
 
 using test::FakeProgramWindow;
 using test::FakeWindowLayer;

@@ -25,7 +25,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace save_fault_test {
 
 namespace fs = std::filesystem;
 using test::ForkedChild;

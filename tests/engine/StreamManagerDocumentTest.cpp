@@ -11,7 +11,7 @@
 #include "support/SessionTest.h"
 
 namespace orvane {
-namespace {
+namespace stream_manager_document_test {
 
 using test::LogCapture;
 using test::SessionTest;

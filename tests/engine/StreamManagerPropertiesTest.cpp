@@ -12,7 +12,7 @@
 #include "support/TestHome.h"
 
 namespace orvane {
-namespace {
+namespace stream_manager_properties_test {
 
 using test::TestHome;
 

@@ -14,7 +14,7 @@
 #include "support/TestHome.h"
 
 namespace orvane {
-namespace {
+namespace stream_manager_startup_test {
 
 using test::LogCapture;
 using test::presetWithScenes;

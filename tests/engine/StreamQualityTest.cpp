@@ -4,7 +4,7 @@
 #include "engine/StreamQuality.h"
 
 namespace orvane {
-namespace {
+namespace stream_quality_test {
 
 TEST(StreamQuality, CasesTitlesAndSubtitlesInMenuOrder) {
     const auto cases = allCases<StreamQuality>();

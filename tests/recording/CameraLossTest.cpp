@@ -28,7 +28,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace camera_loss_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

@@ -12,7 +12,7 @@
 #include "support/SoundServer.h"
 
 namespace orvane {
-namespace {
+namespace crash_safety_test {
 
 using test::MediaProbe;
 using test::SoundServer;

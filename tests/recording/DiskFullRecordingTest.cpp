@@ -16,7 +16,7 @@
 #include "support/MediaProbe.h"
 
 namespace orvane {
-namespace {
+namespace disk_full_recording_test {
 
 using test::MediaProbe;
 

@@ -6,7 +6,7 @@
 #include "recording/FrameRing.h"
 
 namespace orvane {
-namespace {
+namespace frame_ring_test {
 
 
 TEST(FrameRingTest, HandsOutEverySlotOnceThenNone) {

@@ -13,7 +13,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace missing_microphone_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

@@ -8,7 +8,7 @@
 #include "recording/ProgramSnapshot.h"
 
 namespace orvane {
-namespace {
+namespace program_change_watch_test {
 
 using State = ProgramChangeWatch::State;
 

@@ -15,7 +15,7 @@
 #include "support/NoDisplays.h"
 
 namespace orvane {
-namespace {
+namespace program_frame_relay_test {
 
 using test::NoDisplays;
 

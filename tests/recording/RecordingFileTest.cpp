@@ -15,7 +15,7 @@
 #include "support/SoundServer.h"
 
 namespace orvane {
-namespace {
+namespace recording_file_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

@@ -24,7 +24,7 @@
 #include "support/RecordingHarness.h"
 
 namespace orvane {
-namespace {
+namespace recording_state_test {
 
 using test::RecordingHarness;
 

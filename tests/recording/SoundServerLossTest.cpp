@@ -22,7 +22,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace sound_server_loss_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

@@ -12,7 +12,7 @@
 #include "support/RecordingHarness.h"
 
 namespace orvane {
-namespace {
+namespace still_program_recording_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

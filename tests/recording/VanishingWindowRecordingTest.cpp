@@ -19,7 +19,7 @@
 #include "support/X11TestClient.h"
 
 namespace orvane {
-namespace {
+namespace vanishing_window_recording_test {
 
 using test::MediaProbe;
 using test::RecordingHarness;

@@ -9,7 +9,7 @@
 
 using namespace orvane;
 
-namespace {
+namespace action_dispatch_test {
 
 struct Journal : RemoteActions, RecordingControl {
     std::vector<std::string> calls;
@@ -47,7 +47,6 @@ RemoteAction action(RemoteAction::Kind kind, bool value = false, std::string id 
     return a;
 }
 
-}  // namespace
 
 TEST(ActionDispatch, EachKindReachesItsOperation) {
     Journal j;
@@ -78,3 +77,5 @@ TEST(ActionDispatch, MissingTargetsDoNothing) {
     applyRemoteAction(action(RemoteAction::Kind::updateLive), nullptr, &j);
     EXPECT_TRUE(j.calls.empty());
 }
+
+}  // namespace action_dispatch_test

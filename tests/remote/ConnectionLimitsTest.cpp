@@ -14,9 +14,8 @@ using namespace orvane::test;
 using namespace std::chrono;
 using namespace std::chrono_literals;
 
-namespace {
+namespace connection_limits_test {
 class ConnectionLimits : public ServerFixture {};
-}  // namespace
 
 TEST_F(ConnectionLimits, SilentConnectionIsClosedAfterFiveSeconds) {
     const auto start = steady_clock::now();
@@ -70,3 +69,5 @@ TEST_F(ConnectionLimits, AnsweredConnectionsFreeTheirSlots) {
                   expected200(R"({"error":"Invalid scene index"})"))
             << i;
 }
+
+}  // namespace connection_limits_test

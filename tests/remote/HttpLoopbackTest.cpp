@@ -19,7 +19,7 @@ using namespace orvane;
 using namespace orvane::test;
 using namespace std::chrono_literals;
 
-namespace {
+namespace http_loopback_test {
 
 class HttpLoopback : public ServerFixture {
 protected:
@@ -30,7 +30,6 @@ protected:
     }
 };
 
-}  // namespace
 
 TEST_F(HttpLoopback, ServesThePageWithItsOwnByteLength) {
     const std::string reply = get("/");
@@ -379,3 +378,5 @@ TEST_F(HttpLoopback, ParallelClientsWhileTheSessionKeepsChanging) {
     EXPECT_EQ(good.load(), 600);
     EXPECT_GT(publishes, 1);
 }
+
+}  // namespace http_loopback_test

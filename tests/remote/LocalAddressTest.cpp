@@ -9,11 +9,10 @@
 using orvane::InterfaceAddress;
 using orvane::selectLocalAddress;
 
-namespace {
+namespace local_address_test {
 InterfaceAddress v4(const char* name, const char* host) { return {name, AF_INET, std::string(host)}; }
 InterfaceAddress v6(const char* name, const char* host) { return {name, AF_INET6, std::string(host)}; }
 InterfaceAddress bare(const char* name) { return {name, 0, std::nullopt}; }
-}  // namespace
 
 TEST(LocalAddress, SkipsLoopbackAndTunnelsAndTakesTheLanAddress) {
     EXPECT_EQ(selectLocalAddress({v4("lo0", "127.0.0.1"), v4("utun3", "10.9.9.9"), v4("en1", "10.1.2.3")}),
@@ -56,3 +55,5 @@ TEST(LocalAddress, TheSystemListHasLoopback) {
     EXPECT_TRUE(sawLoopback);
     EXPECT_NE(selectLocalAddress(list).rfind("127.", 0), 0u);
 }
+
+}  // namespace local_address_test

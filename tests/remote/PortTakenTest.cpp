@@ -18,7 +18,7 @@
 #include "support/TestApp.h"
 
 namespace orvane {
-namespace {
+namespace port_taken_test {
 
 using test::LogTap;
 using test::waitUntil;

@@ -10,7 +10,7 @@
 
 using namespace orvane;
 
-namespace {
+namespace qr_code_test {
 
 // Decodes with zbarimg; empty when nothing was found.
 QString decode(const QImage& image, const QTemporaryDir& dir, const QString& name) {
@@ -50,7 +50,6 @@ QImage codeFor(const QString& text) {
     return image;
 }
 
-}  // namespace
 
 TEST(QrCode, ByteModeAtLevelLInTheSmallestVersionThatHolds) {
     test::ensureApp();
@@ -150,3 +149,5 @@ TEST(QrCode, TextThatIsNotUnicodeGivesNoImage) {
     EXPECT_TRUE(image.isNull());
     EXPECT_NE(out.find("❌ Failed to convert URL to data: "), std::string::npos) << out;
 }
+
+}  // namespace qr_code_test

@@ -27,7 +27,7 @@
 #include "support/TestApp.h"
 
 namespace orvane {
-namespace {
+namespace recording_toggle_test {
 
 using test::LogTap;
 using test::MediaProbe;

@@ -8,7 +8,7 @@
 
 using namespace orvane::test;
 
-namespace {
+namespace remote_page_browser_test {
 
 const QString kButtonTexts =
     QStringLiteral("Array.from(document.querySelectorAll('.scene-button')).map(b => b.textContent)");
@@ -45,7 +45,6 @@ protected:
 #define EXPECT_PAGE(expr, value) \
     EXPECT_TRUE(driver->waitForValue(expr, value)) << driver->lastError().toStdString()
 
-}  // namespace
 
 TEST_F(RemotePageBrowser, DrivesTheSession) {
     // The scenes of the session, the first one active.
@@ -215,3 +214,5 @@ TEST_F(RemotePageBrowser, LooksAsDesigned) {
                   "parseFloat(getComputedStyle(document.querySelector('.header')).fontSize)")),
               1.8);
 }
+
+}  // namespace remote_page_browser_test

@@ -14,7 +14,7 @@ using orvane::test::expected200;
 using orvane::test::kExpected404;
 using orvane::test::kExpectedInternalError;
 
-namespace {
+namespace request_processor_test {
 
 RemoteSessionSnapshot threeScenes() {
     RemoteSessionSnapshot s;
@@ -29,7 +29,6 @@ struct Case {
     std::string expected;
 };
 
-}  // namespace
 
 TEST(RequestProcessor, RoutesByExactMethodAndPath) {
     const auto session = threeScenes();
@@ -270,3 +269,5 @@ TEST(RequestProcessor, PreparedRepliesMatchTheHandlers) {
     EXPECT_EQ(processRequestBytes("GET /api/scenes HTTP/1.1", *gone, built),
               expected200(R"({"error":"No preset available"})"));
 }
+
+}  // namespace request_processor_test

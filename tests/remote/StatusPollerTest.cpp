@@ -11,7 +11,7 @@
 using namespace orvane;
 using namespace orvane::test;
 
-namespace {
+namespace status_poller_test {
 
 int countOf(const std::string& text, const std::string& part) {
     int n = 0;
@@ -26,7 +26,6 @@ struct Settled {
     int checks = 0;
 };
 
-}  // namespace
 
 TEST(StatusPoller, EnablingFollowsTheServerUntilItRuns) {
     ensureApp();
@@ -103,3 +102,5 @@ TEST(StatusPoller, SyncTakesTheFlagWithoutPolling) {
     orphan.syncWithServer();
     EXPECT_FALSE(orphan.localServerRunning());
 }
+
+}  // namespace status_poller_test

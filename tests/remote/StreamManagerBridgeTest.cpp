@@ -19,7 +19,7 @@
 using namespace orvane;
 using namespace orvane::test;
 
-namespace {
+namespace stream_manager_bridge_test {
 
 class BridgeTest : public ::testing::Test {
 protected:
@@ -61,7 +61,6 @@ protected:
     quint16 port = 0;
 };
 
-}  // namespace
 
 TEST_F(BridgeTest, ReadsTheSession) {
     EXPECT_EQ(get("/api/scenes"),
@@ -124,3 +123,5 @@ TEST_F(BridgeTest, SessionGoneIsReported) {
     EXPECT_EQ(get("/api/status"), expected200(R"({"error":"StreamManager not available"})"));
     EXPECT_EQ(post("/api/blur"), expected200(R"({"error":"StreamManager not available"})"));
 }
+
+}  // namespace stream_manager_bridge_test

@@ -4,7 +4,7 @@
 #include "slides/MarkdownTextView.h"
 
 namespace orvane {
-namespace {
+namespace markdown_reader_test {
 
 using Type = MarkdownElement::ElementType;
 

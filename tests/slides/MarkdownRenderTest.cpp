@@ -13,7 +13,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace markdown_render_test {
 
 const QColor kAccent(200, 40, 220);
 
@@ -183,7 +183,7 @@ TEST(SlideImage, FailedAddressShowsFailedToLoad) {
 }  // namespace orvane
 
 namespace orvane {
-namespace {
+namespace markdown_render_test {
 
 TEST(MarkdownRender, CodeBlockKeepsItsLines) {
     const MarkdownStyle st = MarkdownStyle::stage(QSizeF(960, 540), 1);

@@ -10,7 +10,7 @@
 #include "slides/SlideImageLoader.h"
 
 namespace orvane {
-namespace {
+namespace slide_image_loader_test {
 
 // A one-route HTTP server: /ok.png answers with a PNG, anything else 404.
 class TinyServer {

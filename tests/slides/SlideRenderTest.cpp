@@ -10,7 +10,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace slide_render_test {
 
 bool near(QColor a, QColor e, int tolerance = 3) {
     return std::abs(a.red() - e.red()) <= tolerance && std::abs(a.green() - e.green()) <= tolerance &&

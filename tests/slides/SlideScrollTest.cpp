@@ -8,7 +8,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace slide_scroll_test {
 
 const QSize kView(960, 540);
 

@@ -7,7 +7,7 @@
 #include "slides/SlidesRenderer.h"
 
 namespace orvane {
-namespace {
+namespace slide_spinner_test {
 
 const QSize kView(960, 540);
 

@@ -8,7 +8,7 @@
 #include "teleprompter/TeleprompterWindow.h"
 
 namespace orvane {
-namespace {
+namespace teleprompter_manager_tests {
 
 using test::LogCapture;
 using test::TeleprompterFixture;

@@ -10,7 +10,7 @@
 #include "teleprompter/TeleprompterSection.h"
 
 namespace orvane {
-namespace {
+namespace teleprompter_panels_tests {
 
 using test::LogCapture;
 using test::TeleprompterFixture;

@@ -10,7 +10,7 @@
 #include "teleprompter/TeleprompterWindowView.h"
 
 namespace orvane {
-namespace {
+namespace teleprompter_window_view_tests {
 
 using test::LogCapture;
 using test::TeleprompterFixture;

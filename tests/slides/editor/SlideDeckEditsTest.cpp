@@ -7,7 +7,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace slide_deck_edits_test {
 
 SlidesResource deckOf(int count) {
     SlidesResource deck;

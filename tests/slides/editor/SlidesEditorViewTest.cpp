@@ -15,7 +15,7 @@
 #include "support/StdoutCapture.h"
 
 namespace orvane {
-namespace {
+namespace slides_editor_view_test {
 
 void ensureApplication() {
     if (qApp) return;

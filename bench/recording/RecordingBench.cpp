@@ -107,8 +107,7 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     preset.progressBar = reference.progress();
     session.setCurrentPreset(preset);
     session.setProgramScene(reference.scene());
-    auto* recorder = new RecordingManager(session);
-    session.setRecordingManager(recorder);
+    auto recorder = std::make_unique<RecordingManager>(session);
     recorder->setFrameSource(reference.frames());
     recorder->setIncludeAudio(false);
     recorder->setVideoQuality(quality);

@@ -8,13 +8,13 @@
 #include <QToolButton>
 
 #include "console/QrCodeView.h"
-#include "console/ServerAddress.h"
 #include "console/SymbolButton.h"
 #include "console/Symbols.h"
 #include "console/Theme.h"
 #include "console/VersionInfoView.h"
 #include "engine/PerformanceMonitor.h"
 #include "engine/StreamManager.h"
+#include "remote/WebServerManager.h"
 #include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
@@ -107,7 +107,7 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
     copy->setHelpText(QStringLiteral("Copy URL"));
     connect(copy, &QPushButton::clicked, this, [this] {
         if (QGuiApplication::clipboard())
-            QGuiApplication::clipboard()->setText(ServerAddress::url(streamManager_.webServerManager()));
+            QGuiApplication::clipboard()->setText(serverUrl());
     });
     serverRow->addWidget(copy);
     auto* qr = new SymbolButton(QString(), "qrcode");
@@ -147,13 +147,12 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
     connect(&streamManager_, &StreamManager::isBlurModeActiveChanged, this, &BottomBarView::refreshToggles);
     connect(&streamManager_, &StreamManager::showPerformanceStatsChanged, this, &BottomBarView::refreshToggles);
     connect(streamManager_.performanceMonitor(), &PerformanceMonitor::statsChanged, this, &BottomBarView::refreshStats);
-    connect(&streamManager_, &StreamManager::webServerManagerChanged, this, &BottomBarView::watchServer);
     connect(&streamManager_, &StreamManager::currentPresetChanged, this, &BottomBarView::refreshTeleprompter);
     refreshTeleprompter();
     refreshQuality();
     refreshToggles();
     refreshStats();
-    watchServer();
+    refreshServer();
 }
 
 void BottomBarView::refreshQuality() {
@@ -198,25 +197,29 @@ void BottomBarView::refreshStats() {
     fps_->setText(QString::number(monitor->fps()));
 }
 
-void BottomBarView::watchServer() {
-    if (QObject* server = streamManager_.webServerManager(); server && server != watchedServer_) {
-        watchedServer_ = server;
-        ServerAddress::watch(server, this, "refreshServer()");
+void BottomBarView::setWebServer(WebServerManager* server) {
+    if (webServer_) disconnect(webServer_, nullptr, this, nullptr);
+    webServer_ = server;
+    if (webServer_) {
+        connect(webServer_, &WebServerManager::isServerRunningChanged, this, &BottomBarView::refreshServer);
+        connect(webServer_, &WebServerManager::localIPChanged, this, &BottomBarView::refreshServer);
+        connect(webServer_, &WebServerManager::serverPortChanged, this, &BottomBarView::refreshServer);
     }
     refreshServer();
 }
 
+QString BottomBarView::serverUrl() const { return webServer_ ? webServer_->accessUrl() : QString(); }
+
 void BottomBarView::showQrCode() {
-    auto* sheet = new QrCodeView(ServerAddress::url(streamManager_.webServerManager()), qrCodeGenerator_, window());
+    auto* sheet = new QrCodeView(serverUrl(), qrCodeGenerator_, window());
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->open();
 }
 
 void BottomBarView::refreshServer() {
-    QObject* server = streamManager_.webServerManager();
-    const bool running = ServerAddress::isRunning(server);
+    const bool running = webServer_ && webServer_->isServerRunning();
     server_->setVisible(running);
-    if (running) url_->setText(ServerAddress::url(server));
+    if (running) url_->setText(serverUrl());
 }
 
 }  // namespace orvane

@@ -14,6 +14,7 @@ class StreamManager;
 class SymbolButton;
 class TeleprompterManager;
 class VersionInfoView;
+class WebServerManager;
 
 // The bar along the bottom of the console: version, stream quality,
 // performance figures, the remote page's address, blur and performance.
@@ -32,6 +33,8 @@ public:
 
     // The teleprompter the "Teleprompter" button opens and closes.
     void setTeleprompterManager(TeleprompterManager* teleprompter);
+    // The remote server whose address the bar shows while it runs.
+    void setWebServer(WebServerManager* server);
 
     VersionInfoView* versionInfoView() const { return version_; }
     SymbolButton* teleprompterButton() const { return teleprompter_; }
@@ -40,15 +43,13 @@ public:
     QWidget* statsBlock() const { return stats_; }
     QWidget* serverBlock() const { return server_; }
 
-private slots:
-    void refreshServer();
-
 private:
+    void refreshServer();
     void refreshQuality();
     void refreshToggles();
     void refreshTeleprompter();
     void refreshStats();
-    void watchServer();
+    QString serverUrl() const;
 
     StreamManager& streamManager_;
     VersionInfoView* version_ = nullptr;
@@ -63,7 +64,7 @@ private:
     QLabel* url_ = nullptr;
     SymbolButton* blur_ = nullptr;
     SymbolButton* performance_ = nullptr;
-    QPointer<QObject> watchedServer_;
+    QPointer<WebServerManager> webServer_;
     QrCodeGenerator qrCodeGenerator_;
 };
 

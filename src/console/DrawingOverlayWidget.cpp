@@ -13,31 +13,31 @@ DrawingOverlayWidget::DrawingOverlayWidget(StreamManager& streamManager, QWidget
     setAccessibleName(QStringLiteral("Drawing"));
     setCursor(Qt::CrossCursor);
     auto repaint = [this] { update(); };
-    connect(&streamManager_, &StreamManager::drawingShapesChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::freehandPathsChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::isDrawingModeEnabledChanged, this, [this](bool on) {
+    connect(&streamManager_.drawing(), &DrawingState::drawingShapesChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::freehandPathsChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this, [this](bool on) {
         if (!on) overlay_.cancel();
         update();
     });
 }
 
 DrawingSelection DrawingOverlayWidget::selection() const {
-    return {streamManager_.selectedDrawingTool(), streamManager_.selectedDrawingColor(),
-            streamManager_.drawingStrokeWidth()};
+    return {streamManager_.drawing().selectedDrawingTool(), streamManager_.drawing().selectedDrawingColor(),
+            streamManager_.drawing().drawingStrokeWidth()};
 }
 
 DrawingLayers DrawingOverlayWidget::layers() const {
-    return {streamManager_.drawingShapes(), streamManager_.freehandPaths()};
+    return {streamManager_.drawing().drawingShapes(), streamManager_.drawing().freehandPaths()};
 }
 
 void DrawingOverlayWidget::commit(const DrawingLayers& layers) {
-    streamManager_.setDrawingShapes(layers.shapes);
-    streamManager_.setFreehandPaths(layers.paths);
+    streamManager_.drawing().setDrawingShapes(layers.shapes);
+    streamManager_.drawing().setFreehandPaths(layers.paths);
     update();
 }
 
 void DrawingOverlayWidget::paintEvent(QPaintEvent*) {
-    if (!streamManager_.isDrawingModeEnabled()) return;
+    if (!streamManager_.drawing().isDrawingModeEnabled()) return;
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
     overlay_.paint(p, layers(), selection());
@@ -47,7 +47,7 @@ void DrawingOverlayWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
     DrawingLayers l = layers();
     const Point at{event->position().x(), event->position().y()};
-    if (overlay_.pointerMoved(at, streamManager_.isDrawingModeEnabled(), selection(), l)) commit(l);
+    if (overlay_.pointerMoved(at, streamManager_.drawing().isDrawingModeEnabled(), selection(), l)) commit(l);
     update();
 }
 
@@ -55,7 +55,7 @@ void DrawingOverlayWidget::mouseMoveEvent(QMouseEvent* event) {
     if (!(event->buttons() & Qt::LeftButton)) return;
     DrawingLayers l = layers();
     const Point at{event->position().x(), event->position().y()};
-    if (overlay_.pointerMoved(at, streamManager_.isDrawingModeEnabled(), selection(), l)) commit(l);
+    if (overlay_.pointerMoved(at, streamManager_.drawing().isDrawingModeEnabled(), selection(), l)) commit(l);
     update();
 }
 
@@ -63,7 +63,7 @@ void DrawingOverlayWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
     DrawingLayers l = layers();
     const Point at{event->position().x(), event->position().y()};
-    if (overlay_.pointerReleased(at, streamManager_.isDrawingModeEnabled(), selection(), l)) commit(l);
+    if (overlay_.pointerReleased(at, streamManager_.drawing().isDrawingModeEnabled(), selection(), l)) commit(l);
     update();
 }
 

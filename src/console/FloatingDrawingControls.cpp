@@ -52,7 +52,7 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
 
     auto* main = new RoundButton(56, QStringLiteral("Drawing"));
     main->painter = [this](QPainter& p, const QRectF& r) {
-        const bool on = streamManager_.isDrawingModeEnabled();
+        const bool on = streamManager_.drawing().isDrawingModeEnabled();
         p.setPen(Qt::NoPen);
         p.setBrush(Theme::black(0.3));
         p.drawEllipse(r.adjusted(2, 4, -2, 0));
@@ -80,10 +80,11 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
         const std::string_view name = toString(tool);
         auto* button = new RoundButton(32, QString::fromUtf8(name.data(), qsizetype(name.size())));
         button->painter = [this, tool, symbol](QPainter& p, const QRectF& r) {
-            const bool selected = streamManager_.selectedDrawingTool() == tool;
+            const bool selected = streamManager_.drawing().selectedDrawingTool() == tool;
             symbolDisc(p, r, symbol, 14, selected ? Qt::white : Theme::gray(), selected ? Theme::blue() : Theme::black(0.7));
         };
-        connect(button, &QAbstractButton::clicked, this, [this, tool] { streamManager_.setSelectedDrawingTool(tool); });
+        connect(button, &QAbstractButton::clicked, this,
+                [this, tool] { streamManager_.drawing().setSelectedDrawingTool(tool); });
         tools->addWidget(button, 0, Qt::AlignHCenter);
     }
     bar->addLayout(tools);
@@ -97,13 +98,14 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
             p.setPen(Qt::NoPen);
             p.setBrush(toColor(colour));
             p.drawEllipse(r.adjusted(2, 2, -2, -2));
-            if (streamManager_.selectedDrawingColor() == colour) {
+            if (streamManager_.drawing().selectedDrawingColor() == colour) {
                 p.setPen(QPen(Qt::white, 2));
                 p.setBrush(Qt::NoBrush);
                 p.drawEllipse(r.adjusted(1, 1, -1, -1));
             }
         };
-        connect(swatch, &QAbstractButton::clicked, this, [this, colour] { streamManager_.setSelectedDrawingColor(colour); });
+        connect(swatch, &QAbstractButton::clicked, this,
+                [this, colour] { streamManager_.drawing().setSelectedDrawingColor(colour); });
         swatches->addWidget(swatch);
     }
     bar->addLayout(swatches);
@@ -117,13 +119,14 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
             p.setBrush(Qt::white);
             p.setPen(QPen(Theme::withAlpha(Theme::gray(), 0.5), 1));
             p.drawEllipse(c, (value + 8) / 2, (value + 8) / 2);
-            if (streamManager_.drawingStrokeWidth() == value) {
+            if (streamManager_.drawing().drawingStrokeWidth() == value) {
                 p.setBrush(Qt::NoBrush);
                 p.setPen(QPen(Theme::blue(), 2));
                 p.drawEllipse(c, (value + 12) / 2, (value + 12) / 2);
             }
         };
-        connect(dot, &QAbstractButton::clicked, this, [this, value] { streamManager_.setDrawingStrokeWidth(value); });
+        connect(dot, &QAbstractButton::clicked, this,
+                [this, value] { streamManager_.drawing().setDrawingStrokeWidth(value); });
         widths->addWidget(dot);
     }
     bar->addLayout(widths);
@@ -133,31 +136,31 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
         symbolDisc(p, r, "trash", 14, Qt::white, Theme::withAlpha(Theme::red(), 0.8));
     };
     connect(trash, &QAbstractButton::clicked, this, [this] {
-        streamManager_.setDrawingShapes({});
-        streamManager_.setFreehandPaths({});
+        streamManager_.drawing().setDrawingShapes({});
+        streamManager_.drawing().setFreehandPaths({});
     });
     bar->addWidget(trash, 0, Qt::AlignHCenter);
     column->addWidget(toolbar_, 0, Qt::AlignHCenter);
 
     auto repaint = [this] { refresh(); };
-    connect(&streamManager_, &StreamManager::isDrawingModeEnabledChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::selectedDrawingToolChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::selectedDrawingColorChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::drawingStrokeWidthChanged, this, repaint);
-    connect(&streamManager_, &StreamManager::drawingButtonPositionChanged, this, [this] { placeIn(host_); });
+    connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::selectedDrawingToolChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::selectedDrawingColorChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::drawingStrokeWidthChanged, this, repaint);
+    connect(&streamManager_.drawing(), &DrawingState::drawingButtonPositionChanged, this, [this] { placeIn(host_); });
     refresh();
 }
 
 void FloatingDrawingControls::pressMainButton() {
-    const bool wasOn = streamManager_.isDrawingModeEnabled();
-    streamManager_.toggleDrawingMode();
+    const bool wasOn = streamManager_.drawing().isDrawingModeEnabled();
+    streamManager_.drawing().toggleDrawingMode();
     isExpanded_ = !wasOn;
     emit isExpandedChanged(isExpanded_);
     refresh();
 }
 
 void FloatingDrawingControls::refresh() {
-    toolbar_->setVisible(streamManager_.isDrawingModeEnabled() && isExpanded_);
+    toolbar_->setVisible(streamManager_.drawing().isDrawingModeEnabled() && isExpanded_);
     for (QWidget* child : findChildren<QWidget*>()) child->update();
     placeIn(host_);
 }
@@ -170,7 +173,7 @@ void FloatingDrawingControls::placeIn(const QRect& host) {
     const QRect inner = host.adjusted(hostPadding, hostPadding, -hostPadding, -hostPadding);
     int x = inner.left();
     int y = inner.top();
-    switch (streamManager_.drawingButtonPosition()) {
+    switch (streamManager_.drawing().drawingButtonPosition()) {
     case DrawingButtonPosition::topLeft: break;
     case DrawingButtonPosition::topRight: x = inner.right() - s.width() + 1; break;
     case DrawingButtonPosition::bottomLeft: y = inner.bottom() - s.height() + 1; break;

@@ -169,4 +169,10 @@ AddSceneView* MainStreamingView::showAddScene() {
     return sheet;
 }
 
+void MainStreamingView::setWebServer(WebServerManager* server) {
+    topBar_->setWebServer(server);
+    bottomBar_->setWebServer(server);
+    rightSidebar_->setWebServer(server);
+}
+
 }  // namespace orvane

@@ -16,6 +16,7 @@ class LeftSidebarView;
 class RightSidebarView;
 class StreamManager;
 class TopBarView;
+class WebServerManager;
 class WindowManager;
 class AddSceneView;
 
@@ -44,6 +45,8 @@ public:
     // Called each time the console comes on screen.
     void appear();
     AddSceneView* showAddScene();
+    // The remote server, for the two bars and the remote tab.
+    void setWebServer(WebServerManager* server);
 
     TopBarView* topBar() const { return topBar_; }
     LeftSidebarView* leftSidebar() const { return leftSidebar_; }

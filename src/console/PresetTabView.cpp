@@ -58,7 +58,7 @@ PresetTabView::PresetTabView(StreamManager& streamManager, QWidget* parent)
         const auto edge = i % 2 == 0 ? SegmentedButton::Edge::first : SegmentedButton::Edge::last;
         auto* button = new SegmentedButton(QString::fromUtf8(text.data(), qsizetype(text.size())), edge);
         connect(button, &QPushButton::clicked, this,
-                [this, position] { streamManager_.setDrawingButtonPosition(position); });
+                [this, position] { streamManager_.drawing().setDrawingButtonPosition(position); });
         grid->addWidget(button, i / 2, i % 2);
         positions_[position] = button;
         ++i;
@@ -68,14 +68,14 @@ PresetTabView::PresetTabView(StreamManager& streamManager, QWidget* parent)
     column->addWidget(SidebarStyle::divider());
 
     showDrawing_ = new ToggleSwitch(QStringLiteral("Show Drawing Button"));
-    connect(showDrawing_, &ToggleSwitch::toggled, &streamManager_, &StreamManager::setShowDrawingButton);
+    connect(showDrawing_, &ToggleSwitch::toggled, &streamManager_.drawing(), &DrawingState::setShowDrawingButton);
     column->addLayout(switchRow(QStringLiteral("Show Drawing Button"),
                                 QStringLiteral("Enable or disable the floating drawing button"), showDrawing_));
     column->addStretch();
 
     connect(&streamManager_, &StreamManager::currentPresetChanged, this, &PresetTabView::refresh);
-    connect(&streamManager_, &StreamManager::drawingButtonPositionChanged, this, &PresetTabView::refresh);
-    connect(&streamManager_, &StreamManager::showDrawingButtonChanged, this, &PresetTabView::refresh);
+    connect(&streamManager_.drawing(), &DrawingState::drawingButtonPositionChanged, this, &PresetTabView::refresh);
+    connect(&streamManager_.drawing(), &DrawingState::showDrawingButtonChanged, this, &PresetTabView::refresh);
     refresh();
 }
 
@@ -94,8 +94,8 @@ void PresetTabView::refresh() {
     hideProgram_->setEnabled(preset.has_value());
     hideProgram_->setOn(preset ? preset->hideProgramWhenPopout : Preset{}.hideProgramWhenPopout);
     for (auto& [position, button] : positions_)
-        button->setChecked(position == streamManager_.drawingButtonPosition());
-    showDrawing_->setOn(streamManager_.showDrawingButton());
+        button->setChecked(position == streamManager_.drawing().drawingButtonPosition());
+    showDrawing_->setOn(streamManager_.drawing().showDrawingButton());
 }
 
 }  // namespace orvane

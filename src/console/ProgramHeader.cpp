@@ -19,34 +19,35 @@ SymbolButton::Look lookFor(bool on, const QColor& onColor) {
 ProgramHeader::ProgramHeader(StreamManager& streamManager, QWidget* parent)
     : StageHeader(QStringLiteral("PROGRAM"), true, parent), streamManager_(streamManager) {
     draw_ = new SymbolButton(QStringLiteral("Draw"), "pencil.circle");
-    connect(draw_, &QPushButton::clicked, &streamManager_, &StreamManager::toggleDrawingMode);
+    connect(draw_, &QPushButton::clicked, &streamManager_.drawing(), &DrawingState::toggleDrawingMode);
     pin_ = new SymbolButton(QStringLiteral("Always on Top"), "pin.slash");
-    connect(pin_, &QPushButton::clicked, this, [this] {
-        streamManager_.setProgramWindowAlwaysOnTop(!streamManager_.programWindowAlwaysOnTop());
-        streamManager_.updateProgramWindowLevel();
+    ProgramWindowController& window = streamManager_.programWindowController();
+    connect(pin_, &QPushButton::clicked, this, [&window] {
+        window.setProgramWindowAlwaysOnTop(!window.programWindowAlwaysOnTop());
+        window.updateProgramWindowLevel();
     });
     popOut_ = new SymbolButton(QStringLiteral("Pop Out"), "arrow.up.left.and.arrow.down.right");
-    connect(popOut_, &QPushButton::clicked, this, [this] {
-        if (streamManager_.isProgramWindowOpen())
-            streamManager_.closeProgramWindow();
+    connect(popOut_, &QPushButton::clicked, this, [&window] {
+        if (window.isProgramWindowOpen())
+            window.closeProgramWindow();
         else
-            streamManager_.openProgramWindow();
+            window.openProgramWindow();
     });
     buttonRow()->addWidget(draw_);
     buttonRow()->addWidget(pin_);
     buttonRow()->addWidget(popOut_);
 
     connect(&streamManager_, &StreamManager::programSceneChanged, this, &ProgramHeader::refresh);
-    connect(&streamManager_, &StreamManager::isDrawingModeEnabledChanged, this, &ProgramHeader::refresh);
-    connect(&streamManager_, &StreamManager::isProgramWindowOpenChanged, this, &ProgramHeader::refresh);
-    connect(&streamManager_, &StreamManager::programWindowAlwaysOnTopChanged, this, &ProgramHeader::refresh);
+    connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this, &ProgramHeader::refresh);
+    connect(&window, &ProgramWindowController::isProgramWindowOpenChanged, this, &ProgramHeader::refresh);
+    connect(&window, &ProgramWindowController::programWindowAlwaysOnTopChanged, this, &ProgramHeader::refresh);
     refresh();
 }
 
 int ProgramHeader::wideWidth() const {
     // Title block plus the three buttons with their long labels.
     const QFontMetrics fm(Theme::font(10, Theme::Weight::medium));
-    const bool open = streamManager_.isProgramWindowOpen();
+    const bool open = streamManager_.programWindowController().isProgramWindowOpen();
     int width = 16 + 11 + 8 + QFontMetrics(Theme::font(11, Theme::Weight::bold)).horizontalAdvance(QStringLiteral("PROGRAM")) +
                 8 + 60 + 16;
     auto button = [&](const QString& label) { return fm.horizontalAdvance(label) + 20 + 12 + 6 + 6; };
@@ -60,9 +61,10 @@ void ProgramHeader::refresh() {
     const auto& scene = streamManager_.programScene();
     setSubtitle(scene ? QString::fromStdString(scene->name) : QStringLiteral("No scene"));
 
-    const bool drawing = streamManager_.isDrawingModeEnabled();
-    const bool open = streamManager_.isProgramWindowOpen();
-    const bool onTop = streamManager_.programWindowAlwaysOnTop();
+    const bool drawing = streamManager_.drawing().isDrawingModeEnabled();
+    const ProgramWindowController& window = streamManager_.programWindowController();
+    const bool open = window.isProgramWindowOpen();
+    const bool onTop = window.programWindowAlwaysOnTop();
     compact_ = width() > 0 && width() < wideWidth();
 
     draw_->setSymbol(drawing ? "pencil.circle.fill" : "pencil.circle");

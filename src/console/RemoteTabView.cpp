@@ -12,15 +12,13 @@
 #include "console/SidebarStyle.h"
 #include "console/SymbolButton.h"
 #include "console/ToggleSwitch.h"
-#include "engine/StreamManager.h"
 #include "remote/QrCodeImage.h"
 #include "remote/RemoteAccess.h"
 #include "remote/WebServerManager.h"
 
 namespace orvane {
 
-RemoteTabView::RemoteTabView(StreamManager& streamManager, QWidget* parent)
-    : QWidget(parent), streamManager_(streamManager) {
+RemoteTabView::RemoteTabView(QWidget* parent) : QWidget(parent) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 16);
     column->setSpacing(12);
@@ -117,16 +115,12 @@ RemoteTabView::RemoteTabView(StreamManager& streamManager, QWidget* parent)
     column->addWidget(disabled_);
     column->addStretch();
 
-    connect(&streamManager_, &StreamManager::webServerManagerChanged, this, &RemoteTabView::follow);
-    follow();
+    setWebServer(nullptr);
 }
 
-WebServerManager* RemoteTabView::server() const {
-    return qobject_cast<WebServerManager*>(streamManager_.webServerManager());
-}
+WebServerManager* RemoteTabView::server() const { return followed_; }
 
-void RemoteTabView::follow() {
-    WebServerManager* next = server();
+void RemoteTabView::setWebServer(WebServerManager* next) {
     const bool serverReplaced = !poller_ || next != followed_;
     if (followed_) disconnect(followed_, nullptr, this, nullptr);
     followed_ = next;

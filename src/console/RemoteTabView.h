@@ -13,7 +13,6 @@ class QLineEdit;
 namespace orvane {
 
 class QrCodeView;
-class StreamManager;
 class SymbolButton;
 class ToggleSwitch;
 class WebServerManager;
@@ -30,7 +29,11 @@ public:
     static constexpr int checkIntervalMs = RemoteServerStatusPoller::kDelayMs;
     static constexpr int checkLimit = RemoteServerStatusPoller::kMaxAttempt;
 
-    explicit RemoteTabView(StreamManager& streamManager, QWidget* parent = nullptr);
+    explicit RemoteTabView(QWidget* parent = nullptr);
+
+    // The server the tab drives; a new one starts from "off" until a switch
+    // or a sync.
+    void setWebServer(WebServerManager* server);
 
     bool localServerRunning() const { return poller_->localServerRunning(); }
     // Takes the server's state as it is, without polling.
@@ -55,14 +58,12 @@ signals:
 
 private:
     WebServerManager* server() const;
-    void follow();
     void replacePoller();
     void refresh();
     QString accessUrl() const;
 
-    StreamManager& streamManager_;
     QPointer<WebServerManager> followed_;
-    // Bound to the followed server; replaced when the session's server is.
+    // Bound to the followed server; replaced with it.
     RemoteServerStatusPoller* poller_ = nullptr;
     std::optional<QRCodeURL> qrCodeURLToShow_;
     ToggleSwitch* switch_ = nullptr;

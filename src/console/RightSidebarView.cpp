@@ -105,7 +105,7 @@ RightSidebarView::RightSidebarView(StreamManager& streamManager, QWidget* parent
     setRecordingManager(nullptr);
     presetTab_ = new PresetTabView(streamManager_);
     setTabContent(ConfigTab::preset, presetTab_);
-    remoteTab_ = new RemoteTabView(streamManager_);
+    remoteTab_ = new RemoteTabView;
     setTabContent(ConfigTab::remote, remoteTab_);
 
     widthAnimation_ = new QVariantAnimation(this);
@@ -134,6 +134,8 @@ void RightSidebarView::setRecordingManager(RecordingManager* recorder) {
 void RightSidebarView::setTeleprompterManager(TeleprompterManager* teleprompter) {
     presetTab_->setTeleprompterManager(teleprompter);
 }
+
+void RightSidebarView::setWebServer(WebServerManager* server) { remoteTab_->setWebServer(server); }
 
 void RightSidebarView::setTabContent(ConfigTab tab, QWidget* content) {
     QScrollArea* scroll = scrolls_.at(tab);

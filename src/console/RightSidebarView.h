@@ -19,6 +19,7 @@ class RecordingControlsView;
 class PresetTabView;
 class RecordingManager;
 class TeleprompterManager;
+class WebServerManager;
 class RemoteTabView;
 class SceneTabView;
 class SidebarTabButton;
@@ -48,6 +49,8 @@ public:
     void setRecordingManager(RecordingManager* recorder);
     // The teleprompter the preset tab's block drives.
     void setTeleprompterManager(TeleprompterManager* teleprompter);
+    // The remote server the remote tab drives.
+    void setWebServer(WebServerManager* server);
 
     bool isCollapsed() const { return isCollapsed_; }
     void setCollapsed(bool collapsed);

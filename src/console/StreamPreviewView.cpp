@@ -45,11 +45,12 @@ StreamPreviewView::StreamPreviewView(Role role, StreamManager& streamManager, co
     connect(&streamManager_, &StreamManager::sceneUpdateTimestampChanged, this, changed);
     connect(&streamManager_, &StreamManager::progressBarUpdateTimestampChanged, this, changed);
     connect(&streamManager_, &StreamManager::isBlurModeActiveChanged, this, changed);
-    connect(&streamManager_, &StreamManager::isProgramWindowOpenChanged, this, [this] {
+    const ProgramWindowController* window = &streamManager_.programWindowController();
+    connect(window, &ProgramWindowController::isProgramWindowOpenChanged, this, [this] {
         updateDrawingOverlay();
         update();
     });
-    connect(&streamManager_, &StreamManager::isDrawingModeEnabledChanged, this,
+    connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this,
             &StreamPreviewView::updateDrawingOverlay);
     connect(&streamManager_, &StreamManager::streamQualityChanged, this, &StreamPreviewView::scheduleFrames);
 
@@ -81,7 +82,7 @@ QRect StreamPreviewView::fitSixteenByNine(const QRect& area) {
 QRect StreamPreviewView::pictureBox() const { return fitSixteenByNine(rect().adjusted(8, 8, -8, -8)); }
 
 bool StreamPreviewView::isShowingPopOutPlaceholder() const {
-    if (role_ != Role::program || !streamManager_.isProgramWindowOpen()) return false;
+    if (role_ != Role::program || !streamManager_.programWindowController().isProgramWindowOpen()) return false;
     const auto& preset = streamManager_.currentPreset();
     return preset && preset->hideProgramWhenPopout;
 }
@@ -152,7 +153,7 @@ void StreamPreviewView::layoutChildren() {
 
 void StreamPreviewView::updateDrawingOverlay() {
     if (!drawing_) return;
-    drawing_->setVisible(streamManager_.isDrawingModeEnabled() && !isShowingPopOutPlaceholder());
+    drawing_->setVisible(streamManager_.drawing().isDrawingModeEnabled() && !isShowingPopOutPlaceholder());
     layoutChildren();
     drawing_->raise();
 }

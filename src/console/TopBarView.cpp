@@ -9,12 +9,12 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "console/ServerAddress.h"
 #include "console/SymbolButton.h"
 #include "console/Symbols.h"
 #include "console/Theme.h"
 #include "console/WindowManager.h"
 #include "engine/StreamManager.h"
+#include "remote/WebServerManager.h"
 
 namespace orvane {
 
@@ -126,7 +126,7 @@ TopBarView::TopBarView(StreamManager& streamManager, WindowManager& windowManage
     SymbolButton::Look remoteLook = toggleLook(true, Theme::green());
     remote_->setLook(remoteLook);
     connect(remote_, &QPushButton::clicked, this, [this] {
-        QDesktopServices::openUrl(QUrl(ServerAddress::url(streamManager_.webServerManager())));
+        if (webServer_) QDesktopServices::openUrl(QUrl(webServer_->accessUrl()));
     });
     row->addWidget(remote_);
 
@@ -141,20 +141,19 @@ TopBarView::TopBarView(StreamManager& streamManager, WindowManager& windowManage
 
     connect(&windowManager_, &WindowManager::isAlwaysOnTopChanged, this, &TopBarView::refreshWindowOptions);
     connect(&windowManager_, &WindowManager::isVisibleInScreenShareChanged, this, &TopBarView::refreshWindowOptions);
-    connect(&streamManager_, &StreamManager::webServerManagerChanged, this, &TopBarView::watchServer);
     refreshWindowOptions();
-    watchServer();
-}
-
-void TopBarView::watchServer() {
-    if (QObject* server = streamManager_.webServerManager(); server && server != watchedServer_) {
-        watchedServer_ = server;
-        ServerAddress::watch(server, this, "refreshServer()");
-    }
     refreshServer();
 }
 
-void TopBarView::refreshServer() { remote_->setVisible(ServerAddress::isRunning(streamManager_.webServerManager())); }
+void TopBarView::setWebServer(WebServerManager* server) {
+    if (webServer_) disconnect(webServer_, nullptr, this, nullptr);
+    webServer_ = server;
+    if (webServer_)
+        connect(webServer_, &WebServerManager::isServerRunningChanged, this, &TopBarView::refreshServer);
+    refreshServer();
+}
+
+void TopBarView::refreshServer() { remote_->setVisible(webServer_ && webServer_->isServerRunning()); }
 
 void TopBarView::refreshWindowOptions() {
     const bool onTop = windowManager_.isAlwaysOnTop();

@@ -11,6 +11,7 @@ namespace orvane {
 
 class StreamManager;
 class SymbolButton;
+class WebServerManager;
 class WindowManager;
 
 // The bar along the top of the console: title, the preset's name with its
@@ -32,19 +33,19 @@ public:
     SymbolButton* remoteButton() const { return remote_; }
     SymbolButton* presetsButton() const { return presets_; }
 
+    // The remote server whose page the "Remote" button opens while it runs.
+    void setWebServer(WebServerManager* server);
+
 signals:
     void changePresetRequested();
     void permissionsRequested();
     void presetNameEdited(const QString& name);
     void isEditingPresetChanged(bool editing);
 
-private slots:
-    void refreshServer();
-
 private:
+    void refreshServer();
     void refreshWindowOptions();
     void setEditing(bool editing);
-    void watchServer();
 
     StreamManager& streamManager_;
     WindowManager& windowManager_;
@@ -57,7 +58,7 @@ private:
     SymbolButton* visibleInShare_ = nullptr;
     SymbolButton* remote_ = nullptr;
     SymbolButton* presets_ = nullptr;
-    QPointer<QObject> watchedServer_;
+    QPointer<WebServerManager> webServer_;
 };
 
 }  // namespace orvane

@@ -33,9 +33,10 @@ VirtualCameraOutputView::VirtualCameraOutputView(StreamManager& streamManager, c
     connect(&streamManager_, &StreamManager::currentPresetChanged, this, changed);
     connect(&streamManager_, &StreamManager::progressBarUpdateTimestampChanged, this, changed);
     connect(&streamManager_, &StreamManager::isBlurModeActiveChanged, this, changed);
-    connect(&streamManager_, &StreamManager::isDrawingModeEnabledChanged, this,
+    connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this,
             &VirtualCameraOutputView::refreshOverlays);
-    connect(&streamManager_, &StreamManager::showDrawingButtonChanged, this, &VirtualCameraOutputView::refreshOverlays);
+    connect(&streamManager_.drawing(), &DrawingState::showDrawingButtonChanged, this,
+            &VirtualCameraOutputView::refreshOverlays);
     surface_->setScene(streamManager_.programScene(), std::nullopt, CompositionSurface::now());
     refreshOverlays();
 }
@@ -52,8 +53,8 @@ void VirtualCameraOutputView::takeScene() {
 }
 
 void VirtualCameraOutputView::refreshOverlays() {
-    drawing_->setVisible(streamManager_.isDrawingModeEnabled());
-    controls_->setVisible(streamManager_.showDrawingButton());
+    drawing_->setVisible(streamManager_.drawing().isDrawingModeEnabled());
+    controls_->setVisible(streamManager_.drawing().showDrawingButton());
     controls_->placeIn(rect());
     drawing_->raise();
     controls_->raise();

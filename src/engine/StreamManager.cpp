@@ -14,7 +14,6 @@
 #include "document/PresetTemplates.h"
 #include "engine/PerformanceMonitor.h"
 #include "engine/ProgramCopy.h"
-#include "engine/VirtualCameraManager.h"
 #include "engine/WindowLayer.h"
 #include "engine/WindowRaiser.h"
 
@@ -56,26 +55,24 @@ StreamManager::StreamManager(QObject* parent)
     : StreamManager(PresetStorage::shared(), applicationSettings(), parent) {}
 
 StreamManager::StreamManager(PresetStorage& storage, std::unique_ptr<QSettings> settings, QObject* parent)
-    : QObject(parent), storage_(storage), settings_(std::move(settings)) {
-    // Start-up order: the initial values above, the performance monitor, the
-    // document, then the managers that hold the session weakly. The web
-    // server, teleprompter and recording managers join through their
-    // setters once their subsystems exist. No timer or monitor starts here.
+    : QObject(parent),
+      storage_(storage),
+      settings_(std::move(settings)),
+      pointer_(std::make_unique<PointerState>()),
+      drawing_(std::make_unique<DrawingState>()),
+      virtualCameraManager_(std::make_unique<VirtualCameraManager>()),
+      programWindowController_(std::make_unique<ProgramWindowController>(*pointer_, *virtualCameraManager_)) {
+    // Start-up order: the initial values above, the parts, the performance
+    // monitor, then the document. No timer or monitor starts here.
     static const bool registered = (registerRecordTypes(), true);
     Q_UNUSED(registered);
+    connect(drawing_.get(), &DrawingState::isDrawingModeEnabledChanged, this, &StreamManager::streamManagerUpdate);
+    connect(drawing_.get(), &DrawingState::showDrawingButtonChanged, this, &StreamManager::streamManagerUpdate);
     performanceMonitor_ = new PerformanceMonitor(this);
     loadOrCreatePreset();
-    virtualCameraManager_ = new VirtualCameraManager(this, this);
 }
 
-StreamManager::~StreamManager() {
-    // The managers handed in may still use the session while they wind down
-    // (a window saving its frame into the settings, a recording finishing),
-    // so they go first, while every member is still whole.
-    delete teleprompterManager_.data();
-    delete recordingManager_.data();
-    delete webServerManager_.data();
-}
+StreamManager::~StreamManager() = default;
 
 // ---------------------------------------------------------------- start-up
 
@@ -207,21 +204,6 @@ void StreamManager::toggleBlurMode() {
     logLine(std::string("🔒 Blur mode ") + (isBlurModeActive_ ? "activated" : "deactivated"));
 }
 
-void StreamManager::toggleDrawingMode() {
-    setIsDrawingModeEnabled(!isDrawingModeEnabled_);
-    if (!isDrawingModeEnabled_) setShowDrawingToolbar(false);
-}
-
-void StreamManager::removeFreehandPathsIntersecting(const Point& point, double radius) {
-    const auto touches = [&](const FreehandPath& path) {
-        return std::any_of(path.points.begin(), path.points.end(), [&](const Point& p) {
-            return std::hypot(p.x - point.x, p.y - point.y) <= radius;
-        });
-    };
-    std::vector<FreehandPath> kept = freehandPaths_;
-    if (std::erase_if(kept, touches) > 0) setFreehandPaths(kept);
-}
-
 void StreamManager::rememberLastSelectedPreset(const Uuid& presetId) {
     settings_->setValue(QString::fromLatin1(PresetStorage::lastSelectedPresetKey),
                         QString::fromStdString(presetId.toString()));
@@ -270,99 +252,14 @@ void StreamManager::bringMainWindowToFront() {
         Qt::QueuedConnection);
 }
 
-void StreamManager::openProgramWindow() {
-    if (programWindow_) {
-        programWindow_->bringToFront();
-        return;
-    }
-    if (!windowLayer_) {
-        logLine("❌ Cannot open the program window: no window system attached");
-        return;
-    }
-
-    WindowLayer::ProgramWindowOptions options;
-    options.contentWidth = 1280;
-    options.contentHeight = 720;
-    options.title = programWindowTitle;
-    options.frameName = programWindowFrameName;
-    options.minimumWidth = 640;
-    options.minimumHeight = 360;
-    options.aspectWidth = 16;
-    options.aspectHeight = 9;
-    QPointer<StreamManager> self(this);
-    auto window = windowLayer_->createProgramWindow(options, [self](ProgramWindow* closed) {
-        if (self) self->windowWillClose(closed);
-    });
-    if (!window) {
-        logLine("❌ Cannot open the program window: the window could not be created");
-        return;
-    }
-    // A new window is at normal level whatever programWindowAlwaysOnTop says;
-    // only updateProgramWindowLevel applies the flag.
-    if (!showCursor_) window->hideCursor();
-    programWindow_ = std::move(window);
-    programWindow_->bringToFront();
-    setIsProgramWindowOpen(true);
-
-    if (virtualCameraManager_ && !virtualCameraManager_->isRunning()) {
-        virtualCameraManager_->setIsRunning(true);
-        logLine("🎥 Virtual camera started");
-    }
-    logLine("🖱️ Mouse tracking disabled for performance");
-    logLine("📺 Virtual camera window opened");
-}
-
-void StreamManager::closeProgramWindow() {
-    if (virtualCameraManager_ && virtualCameraManager_->isRunning()) {
-        virtualCameraManager_->setIsRunning(false);
-        logLine("🎥 Virtual camera stopped");
-    }
-    if (programWindow_) programWindow_->close();
-    programWindow_.reset();
-    setIsProgramWindowOpen(false);
-    logLine("📺 Virtual camera window closed");
-}
-
-void StreamManager::windowWillClose(ProgramWindow* window) {
-    if (!window || window != programWindow_.get()) return;
-    // The window is inside its own close handler: release it on the next turn
-    // of the event loop, not under its feet.
-    std::shared_ptr<ProgramWindow> released = std::move(programWindow_);
-    programWindow_.reset();
-    QMetaObject::invokeMethod(this, [released] {}, Qt::QueuedConnection);
-    setIsProgramWindowOpen(false);
-    logLine("📺 Program window closed by user");
-}
-
-void StreamManager::updateProgramWindowLevel() {
-    if (!programWindow_) return;
-    programWindow_->setLevel(programWindowAlwaysOnTop_ ? ProgramWindow::Level::floating
-                                                       : ProgramWindow::Level::normal);
-    logLine(std::string("📺 Program window level updated: ") +
-            (programWindowAlwaysOnTop_ ? "Always on Top" : "Normal"));
-}
-
 // ---------------------------------------------------------------- collaborators
 
-void StreamManager::setWindowLayer(std::shared_ptr<WindowLayer> layer) { windowLayer_ = std::move(layer); }
+void StreamManager::setWindowLayer(std::shared_ptr<WindowLayer> layer) {
+    programWindowController_->setWindowLayer(layer);
+    windowLayer_ = std::move(layer);
+}
 
 void StreamManager::setWindowRaiser(std::shared_ptr<WindowRaiser> raiser) { windowRaiser_ = std::move(raiser); }
-
-void StreamManager::setWebServerManager(QObject* manager) {
-    if (manager) manager->setParent(this);
-    webServerManager_ = manager;
-    emit webServerManagerChanged();
-}
-
-void StreamManager::setTeleprompterManager(QObject* manager) {
-    if (manager) manager->setParent(this);
-    teleprompterManager_ = manager;
-}
-
-void StreamManager::setRecordingManager(QObject* manager) {
-    if (manager) manager->setParent(this);
-    recordingManager_ = manager;
-}
 
 // ---------------------------------------------------------------- published state
 
@@ -406,95 +303,8 @@ void StreamManager::setIsStreaming(bool streaming) {
     if (assignIfChanged(isStreaming_, streaming)) emit isStreamingChanged(streaming);
 }
 
-void StreamManager::setIsProgramWindowOpen(bool open) {
-    if (assignIfChanged(isProgramWindowOpen_, open)) emit isProgramWindowOpenChanged(open);
-}
-
-void StreamManager::setShowCursor(bool show) {
-    if (assignIfChanged(showCursor_, show)) emit showCursorChanged(show);
-}
-
-void StreamManager::setCursorHighlight(bool highlight) {
-    if (assignIfChanged(cursorHighlight_, highlight)) emit cursorHighlightChanged(highlight);
-}
-
-void StreamManager::setShowClicks(bool show) {
-    if (assignIfChanged(showClicks_, show)) emit showClicksChanged(show);
-}
-
-void StreamManager::setCursorHighlightColor(const CodableColor& color) {
-    if (assignIfChanged(cursorHighlightColor_, color)) emit cursorHighlightColorChanged();
-}
-
-void StreamManager::setGlobalMouseLocation(const Point& location) {
-    if (assignIfChanged(globalMouseLocation_, location)) emit globalMouseLocationChanged();
-}
-
-void StreamManager::setIsMouseOverMainWindow(bool over) {
-    if (assignIfChanged(isMouseOverMainWindow_, over)) emit isMouseOverMainWindowChanged(over);
-}
-
-void StreamManager::setLastClickPosition(const Point& position) {
-    if (assignIfChanged(lastClickPosition_, position)) emit lastClickPositionChanged();
-}
-
-void StreamManager::setClickTimestamp(const QDateTime& timestamp) {
-    clickTimestamp_ = timestamp;
-    emit clickTimestampChanged();
-}
-
-void StreamManager::setMainWindowSize(const Size& size) {
-    if (assignIfChanged(mainWindowSize_, size)) emit mainWindowSizeChanged();
-}
-
 void StreamManager::setShowPerformanceStats(bool show) {
     if (assignIfChanged(showPerformanceStats_, show)) emit showPerformanceStatsChanged(show);
-}
-
-void StreamManager::setProgramWindowAlwaysOnTop(bool onTop) {
-    if (assignIfChanged(programWindowAlwaysOnTop_, onTop)) emit programWindowAlwaysOnTopChanged(onTop);
-}
-
-void StreamManager::setIsDrawingModeEnabled(bool enabled) {
-    if (!assignIfChanged(isDrawingModeEnabled_, enabled)) return;
-    emit isDrawingModeEnabledChanged(enabled);
-    emit streamManagerUpdate();
-}
-
-void StreamManager::setSelectedDrawingTool(DrawingTool tool) {
-    if (assignIfChanged(selectedDrawingTool_, tool)) emit selectedDrawingToolChanged();
-}
-
-void StreamManager::setSelectedDrawingColor(const DrawingColor& color) {
-    if (assignIfChanged(selectedDrawingColor_, color)) emit selectedDrawingColorChanged();
-}
-
-void StreamManager::setDrawingStrokeWidth(double width) {
-    if (assignIfChanged(drawingStrokeWidth_, width)) emit drawingStrokeWidthChanged(width);
-}
-
-void StreamManager::setDrawingShapes(const std::vector<DrawingShape>& shapes) {
-    drawingShapes_ = shapes;
-    emit drawingShapesChanged();
-}
-
-void StreamManager::setFreehandPaths(const std::vector<FreehandPath>& paths) {
-    freehandPaths_ = paths;
-    emit freehandPathsChanged();
-}
-
-void StreamManager::setShowDrawingToolbar(bool show) {
-    if (assignIfChanged(showDrawingToolbar_, show)) emit showDrawingToolbarChanged(show);
-}
-
-void StreamManager::setDrawingButtonPosition(DrawingButtonPosition position) {
-    if (assignIfChanged(drawingButtonPosition_, position)) emit drawingButtonPositionChanged();
-}
-
-void StreamManager::setShowDrawingButton(bool show) {
-    if (!assignIfChanged(showDrawingButton_, show)) return;
-    emit showDrawingButtonChanged(show);
-    emit streamManagerUpdate();
 }
 
 void StreamManager::setIsBlurModeActive(bool active) {

@@ -268,17 +268,22 @@ void RecordingManager::finishStop(quint64 generation, const QString& failure, bo
 // ---------------------------------------------------------------- the program snapshot
 
 void RecordingManager::watchSession(StreamManager* streamManager) {
-    if (streamManager_) disconnect(streamManager_, nullptr, this, nullptr);
+    if (streamManager_) {
+        disconnect(streamManager_, nullptr, this, nullptr);
+        disconnect(&streamManager_->drawing(), nullptr, this, nullptr);
+    }
     streamManager_ = streamManager;
     if (!streamManager) return;
     for (auto signal : {&StreamManager::programSceneChanged, &StreamManager::currentPresetChanged,
-                        &StreamManager::progressBarUpdateTimestampChanged, &StreamManager::sceneUpdateTimestampChanged,
-                        &StreamManager::drawingShapesChanged, &StreamManager::freehandPathsChanged,
-                        &StreamManager::selectedDrawingToolChanged, &StreamManager::selectedDrawingColorChanged})
+                        &StreamManager::progressBarUpdateTimestampChanged, &StreamManager::sceneUpdateTimestampChanged})
         connect(streamManager, signal, this, &RecordingManager::publishSnapshot);
     connect(streamManager, &StreamManager::isBlurModeActiveChanged, this, &RecordingManager::publishSnapshot);
-    connect(streamManager, &StreamManager::isDrawingModeEnabledChanged, this, &RecordingManager::publishSnapshot);
-    connect(streamManager, &StreamManager::drawingStrokeWidthChanged, this, &RecordingManager::publishSnapshot);
+    const DrawingState* drawing = &streamManager->drawing();
+    for (auto signal : {&DrawingState::drawingShapesChanged, &DrawingState::freehandPathsChanged,
+                        &DrawingState::selectedDrawingToolChanged, &DrawingState::selectedDrawingColorChanged})
+        connect(drawing, signal, this, &RecordingManager::publishSnapshot);
+    connect(drawing, &DrawingState::isDrawingModeEnabledChanged, this, &RecordingManager::publishSnapshot);
+    connect(drawing, &DrawingState::drawingStrokeWidthChanged, this, &RecordingManager::publishSnapshot);
     publishSnapshot();
 }
 
@@ -292,10 +297,11 @@ void RecordingManager::publishSnapshot() {
             snapshot->progressBar = preset->progressBar;
         }
         snapshot->isBlurModeActive = session->isBlurModeActive();
-        snapshot->isDrawingModeEnabled = session->isDrawingModeEnabled();
-        snapshot->drawing = DrawingLayers{session->drawingShapes(), session->freehandPaths()};
-        snapshot->drawingSelection =
-            DrawingSelection{session->selectedDrawingTool(), session->selectedDrawingColor(), session->drawingStrokeWidth()};
+        const DrawingState& drawing = session->drawing();
+        snapshot->isDrawingModeEnabled = drawing.isDrawingModeEnabled();
+        snapshot->drawing = DrawingLayers{drawing.drawingShapes(), drawing.freehandPaths()};
+        snapshot->drawingSelection = DrawingSelection{drawing.selectedDrawingTool(), drawing.selectedDrawingColor(),
+                                                      drawing.drawingStrokeWidth()};
     }
     snapshots_->publish(std::move(snapshot));
 }

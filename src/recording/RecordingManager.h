@@ -54,7 +54,7 @@ public:
     static constexpr auto kDurationTick = std::chrono::milliseconds(100);
 
     // The session whose program is recorded; it must outlive the manager
-    // (it normally owns it, see StreamManager::setRecordingManager).
+    // (the composition root destroys the recorder before the session).
     explicit RecordingManager(StreamManager& streamManager, QObject* parent = nullptr);
     // Stops a running recording and waits until its file is closed.
     ~RecordingManager() override;

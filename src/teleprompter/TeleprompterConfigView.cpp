@@ -44,8 +44,8 @@ QLabel* caption(const QString& text) {
 }  // namespace
 
 TeleprompterConfigView::TeleprompterConfigView(StreamManager& streamManager, const TeleprompterConfig& config,
-                                               QWidget* parent)
-    : QDialog(parent), streamManager_(&streamManager), config_(config) {
+                                               TeleprompterManager* manager, QWidget* parent)
+    : QDialog(parent), streamManager_(&streamManager), manager_(manager), config_(config) {
     setWindowTitle(QStringLiteral("Teleprompter Configuration"));
     setAccessibleName(windowTitle());
     setModal(true);
@@ -245,8 +245,7 @@ void TeleprompterConfigView::saveConfiguration() {
     if (!storeTeleprompterSettings(streamManager_, config_)) return;
     hasChanges_ = false;
     save_->setEnabled(false);
-    if (auto* manager = qobject_cast<TeleprompterManager*>(streamManager_->teleprompterManager()))
-        manager->updateWindowLevel();
+    if (manager_) manager_->updateWindowLevel();
     logLine("✅ Teleprompter configuration saved");
 
     // "Saved!" fades in, and out again two seconds later.

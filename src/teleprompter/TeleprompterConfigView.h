@@ -16,6 +16,8 @@ class QSlider;
 
 namespace orvane {
 
+class TeleprompterManager;
+
 class ColorWellButton;
 
 // The teleprompter's settings sheet. It edits a working copy; nothing is
@@ -26,7 +28,9 @@ public:
     // Hidden from screen sharing cannot be honoured on this display server.
     static constexpr const char* unsupportedHint = "Not supported by this display server";
 
-    TeleprompterConfigView(StreamManager& streamManager, const TeleprompterConfig& config, QWidget* parent = nullptr);
+    // `manager`, when there is one, re-applies the window level after a save.
+    TeleprompterConfigView(StreamManager& streamManager, const TeleprompterConfig& config,
+                           TeleprompterManager* manager = nullptr, QWidget* parent = nullptr);
 
     const TeleprompterConfig& config() const { return config_; }
     bool hasChanges() const { return hasChanges_; }
@@ -43,6 +47,7 @@ private:
     QSlider* addSlider(QFormLayout* form, const QString& label, int min, int max, QLabel** readout);
 
     QPointer<StreamManager> streamManager_;
+    QPointer<TeleprompterManager> manager_;
     TeleprompterConfig config_;
     bool hasChanges_ = false;
     bool showSaveConfirmation_ = false;

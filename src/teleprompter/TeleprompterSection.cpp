@@ -125,7 +125,7 @@ void TeleprompterSection::setEnabledInPreset(bool enabled) {
 void TeleprompterSection::openConfigSheet() {
     if (!streamManager_) return;
     TeleprompterConfigView sheet(*streamManager_, teleprompterSettings(streamManager_).value_or(TeleprompterConfig{}),
-                                 window());
+                                 manager_, window());
     sheet.exec();
 }
 

@@ -4,12 +4,12 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include "BarTests.h"
 #include "ConsoleTestSupport.h"
 #include "console/BottomBarView.h"
 #include "console/SymbolButton.h"
 #include "console/TopBarView.h"
 #include "document/PresetTemplates.h"
+#include "remote/WebServerManager.h"
 #include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
@@ -19,26 +19,52 @@ using test::Session;
 
 TEST(ConsoleBars, ServerAddressAndRemoteFollowTheServer) {
     Session s;
-    auto* server = new test::FakeServer;
-    s.streamManager->setWebServerManager(server);
+    WebServerManager server;
+    server.setServerPort(0);  // any free port
     TopBarView top(*s.streamManager, s.windowManager);
     BottomBarView bottom(*s.streamManager);
+    top.setWebServer(&server);
+    bottom.setWebServer(&server);
     top.show();
     bottom.show();
     EXPECT_FALSE(top.remoteButton()->isVisibleTo(&top));
     EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
 
-    server->setRunning(true);
+    server.startServer();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return server.isServerRunning(); }, 5000));
     EXPECT_TRUE(top.remoteButton()->isVisibleTo(&top));
     ASSERT_TRUE(bottom.serverBlock()->isVisibleTo(&bottom));
     bool found = false;
     for (QLabel* label : bottom.serverBlock()->findChildren<QLabel*>())
-        found = found || label->text() == QStringLiteral("http://192.168.1.20:8765");
-    EXPECT_TRUE(found);
+        found = found || label->text() == server.accessUrl();
+    EXPECT_TRUE(found) << server.accessUrl().toStdString();
 
-    server->setRunning(false);
+    server.stopServer();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !server.isServerRunning(); }, 5000));
     EXPECT_FALSE(top.remoteButton()->isVisibleTo(&top));
     EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
+}
+
+TEST(ConsoleBars, AServerHandedOverLaterIsFollowedAndTheOldOneForgotten) {
+    Session s;
+    WebServerManager first;
+    first.setServerPort(0);
+    first.startServer();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return first.isServerRunning(); }, 5000));
+    WebServerManager second;
+    BottomBarView bottom(*s.streamManager);
+    bottom.show();
+    EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));  // no server yet
+
+    bottom.setWebServer(&first);
+    EXPECT_TRUE(bottom.serverBlock()->isVisibleTo(&bottom));
+    bottom.setWebServer(&second);
+    EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
+    first.stopServer();
+    first.startServer();  // the first server no longer reaches the bar
+    ASSERT_TRUE(QTest::qWaitFor([&] { return first.isServerRunning(); }, 5000));
+    EXPECT_FALSE(bottom.serverBlock()->isVisibleTo(&bottom));
+    first.stopServer();
 }
 
 TEST(ConsoleBars, PresetNameEditing) {
@@ -88,8 +114,8 @@ TEST(ConsoleBars, TeleprompterButtonFollowsThePresetSwitchAndTheWindow) {
     Session s;
     Preset preset = createPreset("Script", PresetTemplate::custom);
     s.streamManager->setCurrentPreset(preset);
-    auto* teleprompter = new TeleprompterManager(*s.streamManager);
-    s.streamManager->setTeleprompterManager(teleprompter);
+    auto owned = std::make_unique<TeleprompterManager>(*s.streamManager);
+    TeleprompterManager* teleprompter = owned.get();
     BottomBarView bottom(*s.streamManager);
     bottom.setTeleprompterManager(teleprompter);
     bottom.show();

@@ -38,8 +38,8 @@ TEST(ConsoleQuit, ClosingTheConsoleEndsTheApplicationWithThePopOutOpen) {
     s.streamManager->updateLive();
     root.resize(1280, 800);
     root.show();
-    s.streamManager->openProgramWindow();
-    ASSERT_TRUE(s.streamManager->isProgramWindowOpen());
+    s.streamManager->programWindowController().openProgramWindow();
+    ASSERT_TRUE(s.streamManager->programWindowController().isProgramWindowOpen());
     ASSERT_TRUE(anyVisibleWindowBut(&root));
 
     QTimer::singleShot(0, &root, [&root] { root.close(); });

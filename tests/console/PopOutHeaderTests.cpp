@@ -42,7 +42,7 @@ struct PopOutFromHeader : ::testing::Test {
         QApplication::processEvents();
     }
     void TearDown() override {
-        if (s.streamManager->isProgramWindowOpen()) s.streamManager->closeProgramWindow();
+        if (s.streamManager->programWindowController().isProgramWindowOpen()) s.streamManager->programWindowController().closeProgramWindow();
         QApplication::processEvents();
     }
     void goLive(Preset preset) {
@@ -66,9 +66,9 @@ TEST_F(PopOutFromHeader, TheHeaderButtonOpensAndClosesTheWindow) {
         EXPECT_NE(lines.find("🎥 Virtual camera started"), std::string::npos) << lines;
         EXPECT_NE(lines.find("📺 Virtual camera window opened"), std::string::npos) << lines;
     }
-    ASSERT_TRUE(s.streamManager->isProgramWindowOpen());
+    ASSERT_TRUE(s.streamManager->programWindowController().isProgramWindowOpen());
     ASSERT_NE(visibleProgramWindow(), nullptr);
-    EXPECT_TRUE(s.streamManager->virtualCameraManager()->isRunning());
+    EXPECT_TRUE(s.streamManager->virtualCameraManager().isRunning());
     EXPECT_EQ(header->popOutButton()->text(), QStringLiteral("Close Window"));
 
     {
@@ -80,8 +80,8 @@ TEST_F(PopOutFromHeader, TheHeaderButtonOpensAndClosesTheWindow) {
         // The session closed it, not the user by the title bar.
         EXPECT_EQ(lines.find("closed by user"), std::string::npos) << lines;
     }
-    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
-    EXPECT_FALSE(s.streamManager->virtualCameraManager()->isRunning());
+    EXPECT_FALSE(s.streamManager->programWindowController().isProgramWindowOpen());
+    EXPECT_FALSE(s.streamManager->virtualCameraManager().isRunning());
     EXPECT_EQ(visibleProgramWindow(), nullptr);
     EXPECT_EQ(header->popOutButton()->text(), QStringLiteral("Pop Out"));
     EXPECT_FALSE(header->pinButton()->isVisibleTo(header));
@@ -90,7 +90,7 @@ TEST_F(PopOutFromHeader, TheHeaderButtonOpensAndClosesTheWindow) {
 TEST_F(PopOutFromHeader, TheShortCloseButtonClosesTheWindowToo) {
     goLive(createPreset("Narrow", PresetTemplate::custom));
     clickPopOut();
-    ASSERT_TRUE(s.streamManager->isProgramWindowOpen());
+    ASSERT_TRUE(s.streamManager->programWindowController().isProgramWindowOpen());
     center->resize(820, 600);
     QApplication::processEvents();
     ASSERT_EQ(center->programHeader()->popOutButton()->text(), QStringLiteral("Close"));
@@ -100,13 +100,13 @@ TEST_F(PopOutFromHeader, TheShortCloseButtonClosesTheWindowToo) {
         const std::string lines = log.text();
         EXPECT_NE(lines.find("📺 Virtual camera window closed"), std::string::npos) << lines;
     }
-    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
+    EXPECT_FALSE(s.streamManager->programWindowController().isProgramWindowOpen());
     EXPECT_EQ(visibleProgramWindow(), nullptr);
     // Opening again after a close by the session starts the camera once more.
     LogCapture log;
     clickPopOut();
     EXPECT_NE(log.text().find("🎥 Virtual camera started"), std::string::npos);
-    EXPECT_TRUE(s.streamManager->isProgramWindowOpen());
+    EXPECT_TRUE(s.streamManager->programWindowController().isProgramWindowOpen());
 }
 
 TEST_F(PopOutFromHeader, DrawingMadeOnTheProgramStageShowsInThePopOut) {
@@ -114,14 +114,14 @@ TEST_F(PopOutFromHeader, DrawingMadeOnTheProgramStageShowsInThePopOut) {
     preset.hideProgramWhenPopout = false;
     goLive(preset);
     clickPopOut();
-    s.streamManager->toggleDrawingMode();
+    s.streamManager->drawing().toggleDrawingMode();
     QApplication::processEvents();
     DrawingOverlayWidget* stageOverlay = center->programStage()->drawingOverlay();
     ASSERT_TRUE(stageOverlay->isVisible());
     QTest::mousePress(stageOverlay, Qt::LeftButton, {}, QPoint(40, 60));
     QTest::mouseMove(stageOverlay, QPoint(120, 60));
     QTest::mouseRelease(stageOverlay, Qt::LeftButton, {}, QPoint(200, 60));
-    ASSERT_EQ(s.streamManager->drawingShapes().size(), 1u);
+    ASSERT_EQ(s.streamManager->drawing().drawingShapes().size(), 1u);
 
     ProgramOutputWindow* window = visibleProgramWindow();
     ASSERT_NE(window, nullptr);
@@ -142,7 +142,7 @@ TEST_F(PopOutFromHeader, DrawingMadeOnTheProgramStageShowsInThePopOut) {
                        << windowBox.width() << "x" << windowBox.height();
 
     // Without the drawing the window shows no such line.
-    s.streamManager->toggleDrawingMode();
+    s.streamManager->drawing().toggleDrawingMode();
     QApplication::processEvents();
     const QImage without = window->outputView()->grab().toImage();
     int redWithout = 0;

@@ -76,13 +76,13 @@ TEST(ConsolePresetTab, HideProgramAndTheDrawingButton) {
 
     EXPECT_TRUE(f.tab()->positionButton(DrawingButtonPosition::bottomRight)->isChecked());
     QTest::mouseClick(f.tab()->positionButton(DrawingButtonPosition::centerLeft), Qt::LeftButton);
-    EXPECT_EQ(f.s.streamManager->drawingButtonPosition(), DrawingButtonPosition::centerLeft);
+    EXPECT_EQ(f.s.streamManager->drawing().drawingButtonPosition(), DrawingButtonPosition::centerLeft);
     EXPECT_TRUE(f.tab()->positionButton(DrawingButtonPosition::centerLeft)->isChecked());
     EXPECT_FALSE(f.tab()->positionButton(DrawingButtonPosition::bottomRight)->isChecked());
 
-    const bool shown = f.s.streamManager->showDrawingButton();
+    const bool shown = f.s.streamManager->drawing().showDrawingButton();
     QTest::mouseClick(f.tab()->showDrawingButtonSwitch(), Qt::LeftButton);
-    EXPECT_EQ(f.s.streamManager->showDrawingButton(), !shown);
+    EXPECT_EQ(f.s.streamManager->drawing().showDrawingButton(), !shown);
     EXPECT_EQ(f.tab()->showDrawingButtonSwitch()->isChecked(), !shown);
 }
 

@@ -38,7 +38,8 @@ struct PopOut : ::testing::Test {
         center->show();
     }
     void TearDown() override {
-        if (s.streamManager->isProgramWindowOpen()) s.streamManager->closeProgramWindow();
+        ProgramWindowController& window = s.streamManager->programWindowController();
+        if (window.isProgramWindowOpen()) window.closeProgramWindow();
         QApplication::processEvents();
     }
     void setHideWhenPopout(bool hide) {
@@ -51,12 +52,12 @@ struct PopOut : ::testing::Test {
 TEST_F(PopOut, OpenCloseAndCloseByTheTitleBar) {
     {
         LogCapture log;
-        s.streamManager->openProgramWindow();
+        s.streamManager->programWindowController().openProgramWindow();
         const std::string lines = log.text();
         EXPECT_NE(lines.find("🎥 Virtual camera started"), std::string::npos);
         EXPECT_NE(lines.find("📺 Virtual camera window opened"), std::string::npos);
     }
-    EXPECT_TRUE(s.streamManager->isProgramWindowOpen());
+    EXPECT_TRUE(s.streamManager->programWindowController().isProgramWindowOpen());
     ProgramOutputWindow* window = openWindow();
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->windowTitle(), QStringLiteral("OrvaneUI - Virtual Camera Output"));
@@ -65,16 +66,16 @@ TEST_F(PopOut, OpenCloseAndCloseByTheTitleBar) {
 
     {
         LogCapture log;
-        s.streamManager->closeProgramWindow();
+        s.streamManager->programWindowController().closeProgramWindow();
         const std::string lines = log.text();
         EXPECT_NE(lines.find("📺 Virtual camera window closed"), std::string::npos);
         EXPECT_EQ(lines.find("closed by user"), std::string::npos);
     }
-    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
+    EXPECT_FALSE(s.streamManager->programWindowController().isProgramWindowOpen());
     QApplication::processEvents();
     EXPECT_EQ(openWindow(), nullptr);
 
-    s.streamManager->openProgramWindow();
+    s.streamManager->programWindowController().openProgramWindow();
     window = openWindow();
     ASSERT_NE(window, nullptr);
     {
@@ -83,11 +84,11 @@ TEST_F(PopOut, OpenCloseAndCloseByTheTitleBar) {
         const std::string lines = log.text();
         EXPECT_NE(lines.find("📺 Program window closed by user"), std::string::npos);
     }
-    EXPECT_FALSE(s.streamManager->isProgramWindowOpen());
+    EXPECT_FALSE(s.streamManager->programWindowController().isProgramWindowOpen());
     {
         // Closing by the title bar left the camera running: no second start line.
         LogCapture log;
-        s.streamManager->openProgramWindow();
+        s.streamManager->programWindowController().openProgramWindow();
         const std::string lines = log.text();
         EXPECT_EQ(lines.find("🎥 Virtual camera started"), std::string::npos);
         EXPECT_NE(lines.find("📺 Virtual camera window opened"), std::string::npos);
@@ -97,13 +98,13 @@ TEST_F(PopOut, OpenCloseAndCloseByTheTitleBar) {
 TEST_F(PopOut, ProgramStageShowsThePlaceholderWhileHidden) {
     setHideWhenPopout(true);
     EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
-    s.streamManager->openProgramWindow();
+    s.streamManager->programWindowController().openProgramWindow();
     EXPECT_TRUE(center->programStage()->isShowingPopOutPlaceholder());
-    s.streamManager->closeProgramWindow();
+    s.streamManager->programWindowController().closeProgramWindow();
     EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
 
     setHideWhenPopout(false);
-    s.streamManager->openProgramWindow();
+    s.streamManager->programWindowController().openProgramWindow();
     EXPECT_FALSE(center->programStage()->isShowingPopOutPlaceholder());
     // Closing by the title bar brings the stage back as well.
     setHideWhenPopout(true);
@@ -114,8 +115,8 @@ TEST_F(PopOut, ProgramStageShowsThePlaceholderWhileHidden) {
 
 TEST_F(PopOut, DrawingMadeInThePopOutShowsOnTheProgramStage) {
     setHideWhenPopout(false);
-    s.streamManager->openProgramWindow();
-    s.streamManager->toggleDrawingMode();
+    s.streamManager->programWindowController().openProgramWindow();
+    s.streamManager->drawing().toggleDrawingMode();
     QApplication::processEvents();
     ProgramOutputWindow* window = openWindow();
     ASSERT_NE(window, nullptr);
@@ -124,7 +125,7 @@ TEST_F(PopOut, DrawingMadeInThePopOutShowsOnTheProgramStage) {
     QTest::mousePress(popOutOverlay, Qt::LeftButton, {}, QPoint(40, 60));
     QTest::mouseMove(popOutOverlay, QPoint(120, 60));
     QTest::mouseRelease(popOutOverlay, Qt::LeftButton, {}, QPoint(200, 60));
-    ASSERT_EQ(s.streamManager->drawingShapes().size(), 1u);
+    ASSERT_EQ(s.streamManager->drawing().drawingShapes().size(), 1u);
 
     DrawingOverlayWidget* stageOverlay = center->programStage()->drawingOverlay();
     ASSERT_TRUE(stageOverlay->isVisible());
@@ -142,19 +143,19 @@ namespace orvane {
 namespace program_window_tests {
 
 TEST_F(PopOut, BlankCursorWhenHiddenAndGeometryRemembered) {
-    s.streamManager->setShowCursor(false);
-    s.streamManager->openProgramWindow();
+    s.streamManager->pointer().setShowCursor(false);
+    s.streamManager->programWindowController().openProgramWindow();
     ProgramOutputWindow* window = openWindow();
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isCursorHidden());
     EXPECT_EQ(window->cursor().shape(), Qt::BlankCursor);
     window->resize(960, 540);
     QApplication::processEvents();
-    s.streamManager->closeProgramWindow();
+    s.streamManager->programWindowController().closeProgramWindow();
     QApplication::processEvents();
 
-    s.streamManager->setShowCursor(true);
-    s.streamManager->openProgramWindow();
+    s.streamManager->pointer().setShowCursor(true);
+    s.streamManager->programWindowController().openProgramWindow();
     window = openWindow();
     ASSERT_NE(window, nullptr);
     EXPECT_FALSE(window->isCursorHidden());
@@ -168,7 +169,7 @@ namespace orvane {
 namespace program_window_tests {
 
 TEST_F(PopOut, SettlesBackToSixteenByNineAfterAResize) {
-    s.streamManager->openProgramWindow();
+    s.streamManager->programWindowController().openProgramWindow();
     ProgramOutputWindow* window = openWindow();
     ASSERT_NE(window, nullptr);
     window->resize(1000, 700);

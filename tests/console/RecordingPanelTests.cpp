@@ -30,13 +30,12 @@ struct RecorderFixture {
     QTemporaryDir home;
     QByteArray oldHome = qgetenv("HOME");
     Session s;
-    RecordingManager* recorder = nullptr;
+    std::unique_ptr<RecordingManager> recorder;  // goes before the session
     std::unique_ptr<RightSidebarView> sidebar;
 
     RecorderFixture() {
         qputenv("HOME", home.path().toUtf8());
-        recorder = new RecordingManager(*s.streamManager);
-        s.streamManager->setRecordingManager(recorder);
+        recorder = std::make_unique<RecordingManager>(*s.streamManager);
         // No sound server here, and a small picture keeps the test quick.
         recorder->setIncludeAudio(false);
         recorder->setVideoQuality(VideoQuality::low);
@@ -44,7 +43,7 @@ struct RecorderFixture {
         s.streamManager->setCurrentPreset(preset);
         s.streamManager->setProgramScene(preset.scenes.front());
         sidebar = std::make_unique<RightSidebarView>(*s.streamManager);
-        sidebar->setRecordingManager(recorder);
+        sidebar->setRecordingManager(recorder.get());
         sidebar->setSelectedTab(ConfigTab::recording);
         sidebar->resize(280, 800);
         sidebar->show();
@@ -53,6 +52,7 @@ struct RecorderFixture {
         sidebar.reset();
         if (recorder->isRecording()) recorder->stopRecording();
         (void)QTest::qWaitFor([&] { return !recorder->isRecording(); }, 5000);
+        recorder.reset();
         qputenv("HOME", oldHome);
     }
     RecordingControlsView* panel() const { return sidebar->recordingTab(); }

@@ -22,8 +22,8 @@ struct RemoteFixture {
     std::unique_ptr<RightSidebarView> sidebar;
 
     RemoteFixture() {
-        s.streamManager->setWebServerManager(server.get());
         sidebar = std::make_unique<RightSidebarView>(*s.streamManager);
+        sidebar->setWebServer(server.get());
         sidebar->setSelectedTab(ConfigTab::remote);
         sidebar->resize(280, 800);
         sidebar->show();
@@ -105,19 +105,19 @@ TEST(ConsoleRemoteTab, ASidebarShownWithARunningServerShowsItActive) {
     server.setServerPort(0);
     server.startServer();
     ASSERT_TRUE(QTest::qWaitFor([&] { return server.isServerRunning(); }, 5000));
-    s.streamManager->setWebServerManager(&server);
     RightSidebarView sidebar(*s.streamManager);
+    sidebar.setWebServer(&server);
     EXPECT_FALSE(sidebar.remoteTab()->localServerRunning());
     sidebar.show();
     EXPECT_TRUE(sidebar.remoteTab()->localServerRunning());
     server.stopServer();
 }
 
-TEST(ConsoleRemoteTab, TheSwitchDrivesTheServerTheSessionHoldsNow) {
+TEST(ConsoleRemoteTab, TheSwitchDrivesTheServerHandedOverLast) {
     RemoteFixture f;
     auto second = std::make_unique<WebServerManager>();
     second->setServerPort(0);  // any free port
-    f.s.streamManager->setWebServerManager(second.get());
+    f.sidebar->setWebServer(second.get());
     f.tab()->setServerEnabled(true);
     EXPECT_TRUE(f.tab()->localServerRunning());
     ASSERT_TRUE(QTest::qWaitFor([&] { return second->isServerRunning(); }, 5000));

@@ -69,7 +69,7 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
     ProgramHeader* header = center.programHeader();
     EXPECT_EQ(header->popOutButton()->text(), QStringLiteral("Pop Out"));
     EXPECT_FALSE(header->pinButton()->isVisibleTo(header));
-    s.streamManager->openProgramWindow();
+    s.streamManager->programWindowController().openProgramWindow();
     QApplication::processEvents();
     EXPECT_TRUE(header->pinButton()->isVisibleTo(header));
     EXPECT_EQ(header->popOutButton()->text(), QStringLiteral("Close Window"));
@@ -79,7 +79,7 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
     ASSERT_LT(header->width(), 500) << header->width();
     EXPECT_EQ(header->popOutButton()->text(), QStringLiteral("Close"));
     EXPECT_EQ(header->pinButton()->text(), QStringLiteral("Pin"));
-    s.streamManager->closeProgramWindow();
+    s.streamManager->programWindowController().closeProgramWindow();
 }
 
 }  // namespace

@@ -56,7 +56,7 @@ struct PointerFields {
     QDateTime clickTimestamp;
     Size mainWindowSize;
 
-    static PointerFields of(const StreamManager& s) {
+    static PointerFields of(const PointerState& s) {
         return {s.showCursor(),          s.cursorHighlight(),       s.showClicks(),
                 s.cursorHighlightColor(), s.globalMouseLocation(),   s.isMouseOverMainWindow(),
                 s.lastClickPosition(),   s.clickTimestamp(),        s.mainWindowSize()};
@@ -73,16 +73,16 @@ protected:
         layer = std::make_shared<test::FakeWindowLayer>();
         session->setWindowLayer(layer);
 
-        StreamManager* s = session.get();
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::showCursorChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::cursorHighlightChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::showClicksChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::cursorHighlightColorChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::globalMouseLocationChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::isMouseOverMainWindowChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::lastClickPositionChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::clickTimestampChanged));
-        spies.push_back(std::make_unique<QSignalSpy>(s, &StreamManager::mainWindowSizeChanged));
+        PointerState* s = &session->pointer();
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::showCursorChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::cursorHighlightChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::showClicksChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::cursorHighlightColorChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::globalMouseLocationChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::isMouseOverMainWindowChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::lastClickPositionChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::clickTimestampChanged));
+        spies.push_back(std::make_unique<QSignalSpy>(s, &PointerState::mainWindowSizeChanged));
         for (const auto& spy : spies) ASSERT_TRUE(spy->isValid());
 
         mainWindow.setTitle(QStringLiteral("Console"));
@@ -129,18 +129,18 @@ protected:
 };
 
 TEST_F(PointerTrackingTest, NoPointerFieldChangesWhileThePointerMoves) {
-    const PointerFields before = PointerFields::of(*session);
+    const PointerFields before = PointerFields::of(session->pointer());
 
     sweep();  // with no program window
     {
         test::LogCapture log;
-        session->openProgramWindow();
+        session->programWindowController().openProgramWindow();
         EXPECT_EQ(log.count("🖱️ Mouse tracking disabled for performance"), 1);
     }
     sweep();  // with the program window open
     mainWindow.resize(800, 600);
     QTest::qWait(50);
-    session->closeProgramWindow();
+    session->programWindowController().closeProgramWindow();
     QTest::qWait(20);
 
     // The motion was real and reached the application's windows ...
@@ -151,11 +151,11 @@ TEST_F(PointerTrackingTest, NoPointerFieldChangesWhileThePointerMoves) {
     // ... and the session took no notice of it.
     EXPECT_EQ(notifications(), 0);
     for (const auto& spy : spies) EXPECT_EQ(spy->count(), 0) << spy->signal().toStdString();
-    EXPECT_TRUE(PointerFields::of(*session) == before);
-    EXPECT_EQ(session->globalMouseLocation(), (Point{0, 0}));
-    EXPECT_EQ(session->lastClickPosition(), (Point{0, 0}));
-    EXPECT_EQ(session->mainWindowSize(), (Size{0, 0}));
-    EXPECT_FALSE(session->isMouseOverMainWindow());
+    EXPECT_TRUE(PointerFields::of(session->pointer()) == before);
+    EXPECT_EQ(session->pointer().globalMouseLocation(), (Point{0, 0}));
+    EXPECT_EQ(session->pointer().lastClickPosition(), (Point{0, 0}));
+    EXPECT_EQ(session->pointer().mainWindowSize(), (Size{0, 0}));
+    EXPECT_FALSE(session->pointer().isMouseOverMainWindow());
 }
 
 }  // namespace

@@ -30,15 +30,15 @@ protected:
         session->setWindowLayer(layer);
     }
     std::shared_ptr<FakeProgramWindow> window(std::size_t index = 0) const { return layer->windows.at(index).lock(); }
-    bool cameraRunning() const { return session->virtualCameraManager()->isRunning(); }
+    bool cameraRunning() const { return session->virtualCameraManager().isRunning(); }
 
     std::shared_ptr<FakeWindowLayer> layer;
 };
 
 TEST_F(ProgramWindowTest, OpeningCreatesTheWindowStartsTheCameraAndLogs) {
-    QSignalSpy open(session.get(), &StreamManager::isProgramWindowOpenChanged);
+    QSignalSpy open(&session->programWindowController(), &ProgramWindowController::isProgramWindowOpenChanged);
     LogCapture log;
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
 
     ASSERT_EQ(layer->windows.size(), 1u);
     const auto& options = *layer->lastOptions;
@@ -54,7 +54,7 @@ TEST_F(ProgramWindowTest, OpeningCreatesTheWindowStartsTheCameraAndLogs) {
 
     EXPECT_EQ(window()->broughtToFront, 1);
     EXPECT_TRUE(window()->levels.empty());  // normal level whatever the pin says
-    EXPECT_TRUE(session->isProgramWindowOpen());
+    EXPECT_TRUE(session->programWindowController().isProgramWindowOpen());
     EXPECT_EQ(open.count(), 1);
     EXPECT_TRUE(cameraRunning());
     EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"🎥 Virtual camera started",
@@ -63,39 +63,39 @@ TEST_F(ProgramWindowTest, OpeningCreatesTheWindowStartsTheCameraAndLogs) {
 }
 
 TEST_F(ProgramWindowTest, NewWindowIgnoresTheAlwaysOnTopFlag) {
-    session->setProgramWindowAlwaysOnTop(true);
-    session->openProgramWindow();
+    session->programWindowController().setProgramWindowAlwaysOnTop(true);
+    session->programWindowController().openProgramWindow();
     EXPECT_TRUE(window()->levels.empty());
 }
 
 TEST_F(ProgramWindowTest, OpeningTwiceBringsTheSameWindowForwardSilently) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     LogCapture log;
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     EXPECT_TRUE(log.finish().empty());
     EXPECT_EQ(layer->windows.size(), 1u);
     EXPECT_EQ(window()->broughtToFront, 2);
 }
 
 TEST_F(ProgramWindowTest, CursorStaysVisibleWithShowCursorOn) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     EXPECT_EQ(window()->cursorHidden, 0);
 }
 
 TEST_F(ProgramWindowTest, CursorIsHiddenOnceWithShowCursorOff) {
-    session->setShowCursor(false);
-    session->openProgramWindow();
-    session->openProgramWindow();
+    session->pointer().setShowCursor(false);
+    session->programWindowController().openProgramWindow();
+    session->programWindowController().openProgramWindow();
     EXPECT_EQ(window()->cursorHidden, 1);
 }
 
 TEST_F(ProgramWindowTest, ClosingStopsTheCameraAndClosesTheWindow) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     const auto opened = window();
     LogCapture log;
-    session->closeProgramWindow();
+    session->programWindowController().closeProgramWindow();
     EXPECT_EQ(opened->closed, 1);
-    EXPECT_FALSE(session->isProgramWindowOpen());
+    EXPECT_FALSE(session->programWindowController().isProgramWindowOpen());
     EXPECT_FALSE(cameraRunning());
     EXPECT_EQ(log.sessionLines(),
               (std::vector<std::string>{"🎥 Virtual camera stopped", "📺 Virtual camera window closed"}));
@@ -103,19 +103,19 @@ TEST_F(ProgramWindowTest, ClosingStopsTheCameraAndClosesTheWindow) {
 
 TEST_F(ProgramWindowTest, ClosingWithNoWindowOnlyLogs) {
     LogCapture log;
-    session->closeProgramWindow();
+    session->programWindowController().closeProgramWindow();
     EXPECT_EQ(log.sessionLines(), std::vector<std::string>{"📺 Virtual camera window closed"});
 }
 
 TEST_F(ProgramWindowTest, ClosingByTheTitleBarKeepsTheCameraRunning) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     std::weak_ptr<FakeProgramWindow> closing = window();
     {
         LogCapture log;
         window()->closeByUser();
         EXPECT_EQ(log.sessionLines(), std::vector<std::string>{"📺 Program window closed by user"});
     }
-    EXPECT_FALSE(session->isProgramWindowOpen());
+    EXPECT_FALSE(session->programWindowController().isProgramWindowOpen());
     EXPECT_TRUE(cameraRunning());
     // Released only after its close handler has returned.
     EXPECT_FALSE(closing.expired());
@@ -123,36 +123,36 @@ TEST_F(ProgramWindowTest, ClosingByTheTitleBarKeepsTheCameraRunning) {
     EXPECT_TRUE(closing.expired());
 
     LogCapture log;
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     EXPECT_EQ(layer->windows.size(), 2u);
     EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"🖱️ Mouse tracking disabled for performance",
                                                             "📺 Virtual camera window opened"}));
 }
 
 TEST_F(ProgramWindowTest, CloseOfAnyOtherWindowIsIgnored) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     FakeProgramWindow stranger;
     LogCapture log;
-    session->windowWillClose(&stranger);
-    session->windowWillClose(nullptr);
+    session->programWindowController().windowWillClose(&stranger);
+    session->programWindowController().windowWillClose(nullptr);
     EXPECT_TRUE(log.finish().empty());
-    EXPECT_TRUE(session->isProgramWindowOpen());
+    EXPECT_TRUE(session->programWindowController().isProgramWindowOpen());
 }
 
 TEST_F(ProgramWindowTest, LevelFollowsThePinOnlyWhenAsked) {
     LogCapture log;
-    session->setProgramWindowAlwaysOnTop(true);
-    session->updateProgramWindowLevel();  // no window: nothing
+    session->programWindowController().setProgramWindowAlwaysOnTop(true);
+    session->programWindowController().updateProgramWindowLevel();  // no window: nothing
     EXPECT_TRUE(log.sessionLines().empty());
 }
 
 TEST_F(ProgramWindowTest, LevelUpdatesLogTheirEnding) {
-    session->openProgramWindow();
+    session->programWindowController().openProgramWindow();
     LogCapture log;
-    session->setProgramWindowAlwaysOnTop(true);
-    session->updateProgramWindowLevel();
-    session->setProgramWindowAlwaysOnTop(false);
-    session->updateProgramWindowLevel();
+    session->programWindowController().setProgramWindowAlwaysOnTop(true);
+    session->programWindowController().updateProgramWindowLevel();
+    session->programWindowController().setProgramWindowAlwaysOnTop(false);
+    session->programWindowController().updateProgramWindowLevel();
     EXPECT_EQ(window()->levels,
               (std::vector<ProgramWindow::Level>{ProgramWindow::Level::floating, ProgramWindow::Level::normal}));
     EXPECT_EQ(log.sessionLines(), (std::vector<std::string>{"📺 Program window level updated: Always on Top",
@@ -160,11 +160,11 @@ TEST_F(ProgramWindowTest, LevelUpdatesLogTheirEnding) {
 }
 
 TEST_F(ProgramWindowTest, PinSetWhileClosedAppliesAtTheNextCall) {
-    session->setProgramWindowAlwaysOnTop(true);
-    session->updateProgramWindowLevel();
-    session->openProgramWindow();
-    EXPECT_TRUE(session->programWindowAlwaysOnTop());
-    session->updateProgramWindowLevel();
+    session->programWindowController().setProgramWindowAlwaysOnTop(true);
+    session->programWindowController().updateProgramWindowLevel();
+    session->programWindowController().openProgramWindow();
+    EXPECT_TRUE(session->programWindowController().programWindowAlwaysOnTop());
+    session->programWindowController().updateProgramWindowLevel();
     EXPECT_EQ(window()->levels, std::vector<ProgramWindow::Level>{ProgramWindow::Level::floating});
 }
 
@@ -172,9 +172,9 @@ TEST(ProgramWindowNoLayer, OpeningWithoutAWindowSystemFailsClearly) {
     test::TestHome home;
     auto session = home.startSession();
     LogCapture log;
-    session->openProgramWindow();
-    EXPECT_FALSE(session->isProgramWindowOpen());
-    EXPECT_FALSE(session->virtualCameraManager()->isRunning());
+    session->programWindowController().openProgramWindow();
+    EXPECT_FALSE(session->programWindowController().isProgramWindowOpen());
+    EXPECT_FALSE(session->virtualCameraManager().isRunning());
     EXPECT_EQ(log.sessionLines(),
               std::vector<std::string>{"❌ Cannot open the program window: no window system attached"});
 }

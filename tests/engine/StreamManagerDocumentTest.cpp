@@ -220,15 +220,15 @@ TEST_F(SessionTest, BlurToggleFlipsLogsAndStampsButStoresNothing) {
 }
 
 TEST_F(SessionTest, DrawingModeOffHidesTheToolbarOnDoesNotShowIt) {
-    session->setShowDrawingToolbar(true);
-    session->toggleDrawingMode();  // on
-    EXPECT_TRUE(session->isDrawingModeEnabled());
-    EXPECT_TRUE(session->showDrawingToolbar());
-    session->toggleDrawingMode();  // off
-    EXPECT_FALSE(session->isDrawingModeEnabled());
-    EXPECT_FALSE(session->showDrawingToolbar());
-    session->toggleDrawingMode();  // on again
-    EXPECT_FALSE(session->showDrawingToolbar());
+    session->drawing().setShowDrawingToolbar(true);
+    session->drawing().toggleDrawingMode();  // on
+    EXPECT_TRUE(session->drawing().isDrawingModeEnabled());
+    EXPECT_TRUE(session->drawing().showDrawingToolbar());
+    session->drawing().toggleDrawingMode();  // off
+    EXPECT_FALSE(session->drawing().isDrawingModeEnabled());
+    EXPECT_FALSE(session->drawing().showDrawingToolbar());
+    session->drawing().toggleDrawingMode();  // on again
+    EXPECT_FALSE(session->drawing().showDrawingToolbar());
 }
 
 TEST_F(SessionTest, DrawingsSurviveDrawingModeOffAndOn) {
@@ -237,14 +237,14 @@ TEST_F(SessionTest, DrawingsSurviveDrawingModeOffAndOn) {
     shape.endPoint = {30, 40};
     FreehandPath path;
     path.points = {{5, 5}, {6, 6}};
-    session->setDrawingShapes({shape});
-    session->setFreehandPaths({path});
-    session->toggleDrawingMode();
-    session->toggleDrawingMode();
-    ASSERT_EQ(session->drawingShapes().size(), 1u);
-    EXPECT_EQ(session->drawingShapes()[0].id, shape.id);
-    ASSERT_EQ(session->freehandPaths().size(), 1u);
-    EXPECT_EQ(session->freehandPaths()[0].id, path.id);
+    session->drawing().setDrawingShapes({shape});
+    session->drawing().setFreehandPaths({path});
+    session->drawing().toggleDrawingMode();
+    session->drawing().toggleDrawingMode();
+    ASSERT_EQ(session->drawing().drawingShapes().size(), 1u);
+    EXPECT_EQ(session->drawing().drawingShapes()[0].id, shape.id);
+    ASSERT_EQ(session->drawing().freehandPaths().size(), 1u);
+    EXPECT_EQ(session->drawing().freehandPaths()[0].id, path.id);
 }
 
 TEST_F(SessionTest, FreehandPathsWithAPointWithinTheRadiusAreRemoved) {
@@ -256,23 +256,23 @@ TEST_F(SessionTest, FreehandPathsWithAPointWithinTheRadiusAreRemoved) {
     inside.points = {{10, 10}};
     FreehandPath beyond;
     beyond.points = {{15.01, 12}, {10, 17.01}};  // just over 5 away
-    session->setFreehandPaths({onEdge, far, inside, beyond});
-    QSignalSpy changed(session.get(), &StreamManager::freehandPathsChanged);
+    session->drawing().setFreehandPaths({onEdge, far, inside, beyond});
+    QSignalSpy changed(&session->drawing(), &DrawingState::freehandPathsChanged);
 
-    session->removeFreehandPathsIntersecting({10, 12}, 5);  // (13,16) is at distance 5
+    session->drawing().removeFreehandPathsIntersecting({10, 12}, 5);  // (13,16) is at distance 5
 
-    ASSERT_EQ(session->freehandPaths().size(), 2u);
-    EXPECT_EQ(session->freehandPaths()[0].id, far.id);
-    EXPECT_EQ(session->freehandPaths()[1].id, beyond.id);
+    ASSERT_EQ(session->drawing().freehandPaths().size(), 2u);
+    EXPECT_EQ(session->drawing().freehandPaths()[0].id, far.id);
+    EXPECT_EQ(session->drawing().freehandPaths()[1].id, beyond.id);
     EXPECT_EQ(changed.count(), 1);
 }
 
 TEST_F(SessionTest, RemovingFreehandPathsNeverTouchesShapes) {
     DrawingShape line;  // zero length, right at the point
     line.startPoint = line.endPoint = {10, 10};
-    session->setDrawingShapes({line});
-    session->removeFreehandPathsIntersecting({10, 10}, 20);
-    EXPECT_EQ(session->drawingShapes().size(), 1u);
+    session->drawing().setDrawingShapes({line});
+    session->drawing().removeFreehandPathsIntersecting({10, 10}, 20);
+    EXPECT_EQ(session->drawing().drawingShapes().size(), 1u);
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 // The session's published state: every field is a notifying property with
-// its initial value, and the outward update signal fires for its four fields.
+// its initial value, on the session core or on the part that holds it, and
+// the outward update signal fires for its four fields.
 
 #include <QMetaProperty>
+#include <QPointer>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -16,28 +18,72 @@ namespace stream_manager_properties_test {
 
 using test::TestHome;
 
-const char* const publishedFields[] = {
-    "currentPreset", "activeScene", "sceneUpdateTimestamp", "progressBarUpdateTimestamp", "programScene",
-    "isTransitioning", "isRecording", "isStreaming", "isProgramWindowOpen", "showCursor", "cursorHighlight",
-    "showClicks", "cursorHighlightColor", "globalMouseLocation", "isMouseOverMainWindow", "lastClickPosition",
-    "clickTimestamp", "mainWindowSize", "showPerformanceStats", "programWindowAlwaysOnTop",
-    "isDrawingModeEnabled", "selectedDrawingTool", "selectedDrawingColor", "drawingStrokeWidth",
-    "drawingShapes", "freehandPaths", "showDrawingToolbar", "drawingButtonPosition", "showDrawingButton",
-    "isBlurModeActive", "streamQuality", "webServerManager",
+// Each published name with the object that publishes it: the session core
+// or one of its parts.
+struct Published {
+    const QMetaObject* owner;
+    const char* name;
 };
 
-class PublishedField : public ::testing::TestWithParam<const char*> {};
+const Published publishedFields[] = {
+    {&StreamManager::staticMetaObject, "currentPreset"},
+    {&StreamManager::staticMetaObject, "activeScene"},
+    {&StreamManager::staticMetaObject, "sceneUpdateTimestamp"},
+    {&StreamManager::staticMetaObject, "progressBarUpdateTimestamp"},
+    {&StreamManager::staticMetaObject, "programScene"},
+    {&StreamManager::staticMetaObject, "isTransitioning"},
+    {&StreamManager::staticMetaObject, "isRecording"},
+    {&StreamManager::staticMetaObject, "isStreaming"},
+    {&ProgramWindowController::staticMetaObject, "isProgramWindowOpen"},
+    {&PointerState::staticMetaObject, "showCursor"},
+    {&PointerState::staticMetaObject, "cursorHighlight"},
+    {&PointerState::staticMetaObject, "showClicks"},
+    {&PointerState::staticMetaObject, "cursorHighlightColor"},
+    {&PointerState::staticMetaObject, "globalMouseLocation"},
+    {&PointerState::staticMetaObject, "isMouseOverMainWindow"},
+    {&PointerState::staticMetaObject, "lastClickPosition"},
+    {&PointerState::staticMetaObject, "clickTimestamp"},
+    {&PointerState::staticMetaObject, "mainWindowSize"},
+    {&StreamManager::staticMetaObject, "showPerformanceStats"},
+    {&ProgramWindowController::staticMetaObject, "programWindowAlwaysOnTop"},
+    {&DrawingState::staticMetaObject, "isDrawingModeEnabled"},
+    {&DrawingState::staticMetaObject, "selectedDrawingTool"},
+    {&DrawingState::staticMetaObject, "selectedDrawingColor"},
+    {&DrawingState::staticMetaObject, "drawingStrokeWidth"},
+    {&DrawingState::staticMetaObject, "drawingShapes"},
+    {&DrawingState::staticMetaObject, "freehandPaths"},
+    {&DrawingState::staticMetaObject, "showDrawingToolbar"},
+    {&DrawingState::staticMetaObject, "drawingButtonPosition"},
+    {&DrawingState::staticMetaObject, "showDrawingButton"},
+    {&StreamManager::staticMetaObject, "isBlurModeActive"},
+    {&StreamManager::staticMetaObject, "streamQuality"},
+};
+
+class PublishedField : public ::testing::TestWithParam<Published> {};
 
 TEST_P(PublishedField, IsAPropertyWithANotifySignal) {
-    const QMetaObject& meta = StreamManager::staticMetaObject;
-    const int index = meta.indexOfProperty(GetParam());
-    ASSERT_GE(index, 0) << GetParam();
+    const QMetaObject& meta = *GetParam().owner;
+    const int index = meta.indexOfProperty(GetParam().name);
+    ASSERT_GE(index, 0) << meta.className() << "::" << GetParam().name;
     const QMetaProperty property = meta.property(index);
-    EXPECT_TRUE(property.hasNotifySignal()) << GetParam();
+    EXPECT_TRUE(property.hasNotifySignal()) << GetParam().name;
     EXPECT_TRUE(property.isReadable());
 }
 
-INSTANTIATE_TEST_SUITE_P(StreamManager, PublishedField, ::testing::ValuesIn(publishedFields));
+INSTANTIATE_TEST_SUITE_P(StreamManager, PublishedField, ::testing::ValuesIn(publishedFields),
+                         [](const ::testing::TestParamInfo<Published>& info) { return std::string(info.param.name); });
+
+// The core publishes the document, the two scenes and the program's switches,
+// and nothing of its parts.
+TEST(StreamManagerProperties, TheCorePublishesOnlyItsOwnFields) {
+    const QMetaObject& meta = StreamManager::staticMetaObject;
+    std::vector<std::string> own;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) own.emplace_back(meta.property(i).name());
+    EXPECT_EQ(own, (std::vector<std::string>{"currentPreset", "activeScene", "sceneUpdateTimestamp",
+                                             "progressBarUpdateTimestamp", "programScene", "isTransitioning",
+                                             "isRecording", "isStreaming", "showPerformanceStats",
+                                             "performanceMonitor", "isBlurModeActive", "streamQuality"}));
+}
 
 TEST(StreamManagerProperties, PerformanceMonitorIsConstant) {
     const QMetaObject& meta = StreamManager::staticMetaObject;
@@ -52,31 +98,16 @@ TEST(StreamManagerProperties, InitialValues) {
     EXPECT_FALSE(s->isTransitioning());
     EXPECT_FALSE(s->isRecording());
     EXPECT_FALSE(s->isStreaming());
-    EXPECT_FALSE(s->isProgramWindowOpen());
-    EXPECT_TRUE(s->showCursor());
-    EXPECT_FALSE(s->cursorHighlight());
-    EXPECT_FALSE(s->showClicks());
-    EXPECT_EQ(s->cursorHighlightColor(), (CodableColor{1, 1, 0, 1}));
-    EXPECT_EQ(s->globalMouseLocation(), (Point{0, 0}));
-    EXPECT_FALSE(s->isMouseOverMainWindow());
-    EXPECT_EQ(s->lastClickPosition(), (Point{0, 0}));
-    EXPECT_GE(s->clickTimestamp(), before.addSecs(-1));
     EXPECT_GE(s->sceneUpdateTimestamp(), before.addSecs(-1));
     EXPECT_GE(s->progressBarUpdateTimestamp(), before.addSecs(-1));
-    EXPECT_EQ(s->mainWindowSize(), (Size{0, 0}));
     EXPECT_FALSE(s->showPerformanceStats());
-    EXPECT_FALSE(s->programWindowAlwaysOnTop());
-    EXPECT_FALSE(s->isDrawingModeEnabled());
-    EXPECT_EQ(s->selectedDrawingTool(), DrawingTool::line);
-    EXPECT_EQ(s->selectedDrawingColor(), (DrawingColor{1, 0, 0, 1}));
-    EXPECT_EQ(s->drawingStrokeWidth(), 3.0);
-    EXPECT_TRUE(s->drawingShapes().empty());
-    EXPECT_TRUE(s->freehandPaths().empty());
-    EXPECT_FALSE(s->showDrawingToolbar());
-    EXPECT_EQ(s->drawingButtonPosition(), DrawingButtonPosition::bottomRight);
-    EXPECT_FALSE(s->showDrawingButton());
     EXPECT_FALSE(s->isBlurModeActive());
     EXPECT_EQ(s->streamQuality(), StreamQuality::balanced);
+    // The parts start as their own tests say.
+    EXPECT_FALSE(s->programWindowController().isProgramWindowOpen());
+    EXPECT_TRUE(s->pointer().showCursor());
+    EXPECT_FALSE(s->drawing().isDrawingModeEnabled());
+    EXPECT_FALSE(s->virtualCameraManager().isRunning());
 }
 
 TEST(StreamManagerProperties, ReadableAndWritableThroughTheMetaObject) {
@@ -95,12 +126,12 @@ TEST(StreamManagerProperties, ReadableAndWritableThroughTheMetaObject) {
 TEST(StreamManagerProperties, PlainValuesNotifyOnlyWhenTheyChange) {
     TestHome home;
     auto s = home.startSession();
-    QSignalSpy cursor(s.get(), &StreamManager::showCursorChanged);
-    s->setShowCursor(true);
-    EXPECT_EQ(cursor.count(), 0);
-    s->setShowCursor(false);
-    EXPECT_EQ(cursor.count(), 1);
-    EXPECT_EQ(cursor.at(0).at(0).toBool(), false);
+    QSignalSpy stats(s.get(), &StreamManager::showPerformanceStatsChanged);
+    s->setShowPerformanceStats(false);
+    EXPECT_EQ(stats.count(), 0);
+    s->setShowPerformanceStats(true);
+    EXPECT_EQ(stats.count(), 1);
+    EXPECT_EQ(stats.at(0).at(0).toBool(), true);
 }
 
 TEST(StreamManagerProperties, UpdateSignalFiresForItsFourFieldsOnly) {
@@ -112,37 +143,34 @@ TEST(StreamManagerProperties, UpdateSignalFiresForItsFourFieldsOnly) {
     EXPECT_EQ(update.count(), 1);
     s->setProgramScene(makeScene("On air"));
     EXPECT_EQ(update.count(), 2);
-    s->setIsDrawingModeEnabled(true);
+    s->drawing().setIsDrawingModeEnabled(true);
     EXPECT_EQ(update.count(), 3);
-    s->setShowDrawingButton(true);
+    s->drawing().setShowDrawingButton(true);
     EXPECT_EQ(update.count(), 4);
 
-    s->setShowDrawingToolbar(true);
+    s->drawing().setShowDrawingToolbar(true);
     s->setActiveScene(makeScene("Preview"));
     s->setSceneUpdateTimestamp(QDateTime::currentDateTimeUtc());
     s->setIsBlurModeActive(true);
-    s->setShowCursor(false);
+    s->pointer().setShowCursor(false);
     s->setIsRecording(true);
     EXPECT_EQ(update.count(), 4);
 }
 
-TEST(StreamManagerProperties, ManagersJoinAsChildren) {
+// The parts last as long as the session, which hands out the same ones on
+// every call.
+TEST(StreamManagerProperties, HandsOutTheSamePartsEveryTime) {
     TestHome home;
     auto s = home.startSession();
-    QSignalSpy changed(s.get(), &StreamManager::webServerManagerChanged);
-    auto* server = new QObject;
-    auto* prompter = new QObject;
-    auto* recorder = new QObject;
-    s->setWebServerManager(server);
-    s->setTeleprompterManager(prompter);
-    s->setRecordingManager(recorder);
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(s->webServerManager(), server);
-    EXPECT_EQ(server->parent(), s.get());
-    EXPECT_EQ(prompter->parent(), s.get());
-    EXPECT_EQ(recorder->parent(), s.get());
-    delete recorder;  // a manager gone is seen as gone
-    EXPECT_EQ(s->recordingManager(), nullptr);
+    EXPECT_EQ(&s->drawing(), &s->drawing());
+    EXPECT_EQ(&s->pointer(), &s->pointer());
+    EXPECT_EQ(&s->programWindowController(), &s->programWindowController());
+    EXPECT_EQ(&s->virtualCameraManager(), &s->virtualCameraManager());
+    QPointer<DrawingState> drawing(&s->drawing());
+    QPointer<ProgramWindowController> window(&s->programWindowController());
+    s.reset();
+    EXPECT_TRUE(drawing.isNull());
+    EXPECT_TRUE(window.isNull());
 }
 
 }  // namespace

@@ -177,12 +177,9 @@ TEST(StreamManagerStartup, StartsManagersAndNoTimers) {
     TestHome home;
     auto session = home.startSession();
     ASSERT_NE(session->performanceMonitor(), nullptr);
-    ASSERT_NE(session->virtualCameraManager(), nullptr);
     EXPECT_FALSE(session->performanceMonitor()->isActive());
     EXPECT_FALSE(session->performanceMonitor()->isSampling());
-    EXPECT_FALSE(session->virtualCameraManager()->isRunning());
-    EXPECT_EQ(session->virtualCameraManager()->streamManager(), session.get());
-    EXPECT_EQ(session->webServerManager(), nullptr);
+    EXPECT_FALSE(session->virtualCameraManager().isRunning());
 }
 
 }  // namespace

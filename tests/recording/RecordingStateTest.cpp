@@ -181,14 +181,14 @@ TEST_F(RecordingStateTest, WithoutAProgramSceneTheStartStillSettlesHalfASecond) 
     });
     sinceStart.start();
     r.startRecording(harness.session());
-    EXPECT_FALSE(harness.session().isProgramWindowOpen());
+    EXPECT_FALSE(harness.session().programWindowController().isProgramWindowOpen());
     QTest::qWait(static_cast<int>(std::max<qint64>(0, 300 - sinceStart.elapsed())));
     EXPECT_EQ(r.recordingStatus(), RecordingStatus::preparing) << "at " << sinceStart.elapsed() << " ms";
     EXPECT_FALSE(r.isRecording());
     ASSERT_TRUE(RecordingHarness::waitFor([&] { return r.isRecording(); }, 5000));
     EXPECT_GE(recordingAt_ms, 495);
     EXPECT_LT(recordingAt_ms, 3000);
-    EXPECT_FALSE(harness.session().isProgramWindowOpen());
+    EXPECT_FALSE(harness.session().programWindowController().isProgramWindowOpen());
     r.stopRecording();
     ASSERT_TRUE(RecordingHarness::waitFor([&] { return r.recordingStatus() == RecordingStatus::completed; }, 15000));
 }

@@ -69,7 +69,7 @@ std::string body(const std::string& response) {
 }
 
 TEST(RecordingToggleTest, TwoQuickStopsEndTheRecordingOnceAndCompletedMeansTheFileIsClosed) {
-    // Outlives the session, whose remote bridge holds it.
+    // Outlives the server, whose remote bridge holds it.
     std::unique_ptr<RemoteRecordingSwitch> remoteSwitch;
     RecordingHarness harness;
     StreamManager& session = harness.session();
@@ -81,10 +81,9 @@ TEST(RecordingToggleTest, TwoQuickStopsEndTheRecordingOnceAndCompletedMeansTheFi
 
     // The console's wiring.
     mirrorRecordingState(recorder, session);
-    auto* server = new WebServerManager;
+    auto server = std::make_unique<WebServerManager>();
     server->setServerPort(0);
-    session.setWebServerManager(server);
-    auto* bridge = new StreamManagerRemoteBridge(&session, server, server);
+    auto* bridge = new StreamManagerRemoteBridge(&session, server.get(), server.get());
     remoteSwitch = std::make_unique<RemoteRecordingSwitch>(recorder, session);
     bridge->setRecordingControl(remoteSwitch.get());
     server->startServer();

@@ -36,10 +36,9 @@ TEST(SessionPageBrowser, TapsAndKeysDriveTheSessionObject) {
     storage.savePreset(preset);
     StreamManager session(storage, std::make_unique<QSettings>(dir.filePath("settings.ini"), QSettings::IniFormat));
 
-    auto* server = new WebServerManager;
+    auto server = std::make_unique<WebServerManager>();
     server->setServerPort(0);
-    session.setWebServerManager(server);
-    new StreamManagerRemoteBridge(&session, server, server);
+    new StreamManagerRemoteBridge(&session, server.get(), server.get());
     server->startServer();
     ASSERT_TRUE(waitUntil([&] { return server->isServerRunning(); }));
 

@@ -40,10 +40,9 @@ protected:
             *storage, std::make_unique<QSettings>(dir.filePath("settings.ini"), QSettings::IniFormat));
         ASSERT_TRUE(session->currentPreset());
 
-        server = new WebServerManager;
+        server = std::make_unique<WebServerManager>();
         server->setServerPort(0);
-        session->setWebServerManager(server);  // the session owns it
-        bridge = new StreamManagerRemoteBridge(session.get(), server, server);
+        bridge = new StreamManagerRemoteBridge(session.get(), server.get(), server.get());
         server->startServer();
         ASSERT_TRUE(waitUntil([&] { return server->isServerRunning(); }));
         port = server->listeningPort();
@@ -56,7 +55,7 @@ protected:
     QTemporaryDir dir;
     std::unique_ptr<PresetStorage> storage;
     std::unique_ptr<StreamManager> session;
-    WebServerManager* server = nullptr;
+    std::unique_ptr<WebServerManager> server;  // goes before the session
     StreamManagerRemoteBridge* bridge = nullptr;
     quint16 port = 0;
 };
@@ -90,7 +89,7 @@ TEST_F(BridgeTest, ActionsChangeTheSession) {
     ASSERT_TRUE(waitUntil([&] { return !scene(2).brandingEnabled; }));
 
     EXPECT_EQ(post("/api/drawing"), expected200(R"({"success":true,"isEnabled":true})"));
-    ASSERT_TRUE(waitUntil([&] { return session->isDrawingModeEnabled(); }));
+    ASSERT_TRUE(waitUntil([&] { return session->drawing().isDrawingModeEnabled(); }));
     EXPECT_EQ(post("/api/blur"), expected200(R"({"success":true,"isEnabled":true})"));
     ASSERT_TRUE(waitUntil([&] { return session->isBlurModeActive(); }));
 
@@ -114,11 +113,6 @@ TEST_F(BridgeTest, ARecorderTakesTheSwitch) {
 }
 
 TEST_F(BridgeTest, SessionGoneIsReported) {
-    // The session deletes the server it holds, so take it back first and
-    // keep it while the session goes.
-    session->setWebServerManager(nullptr);
-    server->setParent(nullptr);
-    std::unique_ptr<WebServerManager> keep(server);
     session.reset();
     EXPECT_EQ(get("/api/status"), expected200(R"({"error":"StreamManager not available"})"));
     EXPECT_EQ(post("/api/blur"), expected200(R"({"error":"StreamManager not available"})"));

@@ -139,7 +139,7 @@ TEST(TeleprompterManager, ScrollingRunsWithoutAWindow) {
     TeleprompterFixture f;
     f.manager->startScrolling();
     EXPECT_FALSE(f.manager->isTeleprompterWindowOpen());
-    QSignalSpy moved(f.manager, &TeleprompterManager::scrollOffsetChanged);
+    QSignalSpy moved(f.manager.get(), &TeleprompterManager::scrollOffsetChanged);
     EXPECT_TRUE(moved.wait(1000));
     EXPECT_GT(f.manager->scrollOffset(), 0.0);
 }
@@ -242,7 +242,7 @@ TEST(TeleprompterManager, TeardownClosesTheWindow) {
     f->manager->openTeleprompterWindow();
     QPointer<QWidget> window = f->manager->teleprompterWindow();
     LogCapture log;
-    f->session.reset();  // the session owns the manager
+    f->manager.reset();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_NE(log.text().find("📜 Teleprompter window closed\n"), std::string::npos);
     EXPECT_TRUE(window.isNull());

@@ -35,7 +35,7 @@ bool showsLabel(QWidget* root, const QString& text) {
 
 TEST(TeleprompterConfigView, SaveIsDisabledUntilAChange) {
     TeleprompterFixture f;
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     QPushButton* save = button(&sheet, QStringLiteral("Save Changes"));
     ASSERT_NE(save, nullptr);
     EXPECT_FALSE(save->isEnabled());
@@ -47,7 +47,7 @@ TEST(TeleprompterConfigView, SaveIsDisabledUntilAChange) {
 
 TEST(TeleprompterConfigView, SlidersKeepTheirRangesStepsAndReadouts) {
     TeleprompterFixture f;
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     slider(&sheet, QStringLiteral("Opacity"))->setValue(slider(&sheet, QStringLiteral("Opacity"))->minimum());
     EXPECT_NEAR(sheet.config().opacity, 0.1, 1e-9);
     EXPECT_TRUE(showsLabel(&sheet, QStringLiteral("10%")));
@@ -66,7 +66,7 @@ TEST(TeleprompterConfigView, SlidersKeepTheirRangesStepsAndReadouts) {
 TEST(TeleprompterConfigView, SaveStoresTheWorkingCopyAndStaysOpen) {
     TeleprompterFixture f;
     f.manager->openTeleprompterWindow();
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     sheet.show();
     sheet.findChild<QPlainTextEdit*>()->setPlainText(QStringLiteral("From the sheet"));
     for (auto* box : sheet.findChildren<QCheckBox*>())
@@ -91,7 +91,7 @@ TEST(TeleprompterConfigView, ResetToDefaultsSavedThenDisabledThenEnabledByAChang
     custom.fontSize = 50;
     custom.alwaysOnTop = false;
     f.setSettings(custom);
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     button(&sheet, QStringLiteral("Reset to Defaults"))->click();
     EXPECT_TRUE(sheet.hasChanges());
     EXPECT_EQ(sheet.config(), TeleprompterConfig{});
@@ -107,7 +107,7 @@ TEST(TeleprompterConfigView, NewSizeDoesNotResizeAnOpenWindow) {
     TeleprompterFixture f;
     f.manager->openTeleprompterWindow();
     const QSize before = f.manager->teleprompterWindow()->size();
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     slider(&sheet, QStringLiteral("Width"))->setValue(30);
     button(&sheet, QStringLiteral("Save Changes"))->click();
     EXPECT_DOUBLE_EQ(f.settings().width, 1500.0);
@@ -116,7 +116,7 @@ TEST(TeleprompterConfigView, NewSizeDoesNotResizeAnOpenWindow) {
 
 TEST(TeleprompterConfigView, SayHidingFromShareIsNotSupportedHere) {
     TeleprompterFixture f;
-    TeleprompterConfigView sheet(*f.session, f.settings());
+    TeleprompterConfigView sheet(*f.session, f.settings(), f.manager.get());
     EXPECT_TRUE(showsLabel(&sheet, QString::fromLatin1(TeleprompterConfigView::unsupportedHint)));
 }
 

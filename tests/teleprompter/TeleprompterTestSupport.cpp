@@ -34,13 +34,13 @@ TeleprompterFixture::TeleprompterFixture(bool withSettings) {
         preset.teleprompter = settings;
     }
     session->setCurrentPreset(preset);
-    manager = new TeleprompterManager(*session);
-    session->setTeleprompterManager(manager);
+    manager = std::make_unique<TeleprompterManager>(*session);
 }
 
 TeleprompterFixture::~TeleprompterFixture() {
     // The manager's teardown closes an open window; keep its lines out of
     // the next test's capture.
+    manager.reset();
     fflush(stdout);
 }
 

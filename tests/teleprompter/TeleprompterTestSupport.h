@@ -17,7 +17,7 @@ struct TeleprompterFixture {
     QTemporaryDir dir;
     std::unique_ptr<PresetStorage> storage;
     std::unique_ptr<StreamManager> session;
-    TeleprompterManager* manager = nullptr;  // owned by the session
+    std::unique_ptr<TeleprompterManager> manager;  // goes before the session
 
     // With settings in the preset unless `withSettings` is false.
     explicit TeleprompterFixture(bool withSettings = true);

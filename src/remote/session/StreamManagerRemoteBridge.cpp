@@ -27,7 +27,7 @@ StreamManagerRemoteBridge::StreamManagerRemoteBridge(StreamManager* session, Web
     connect(session, &StreamManager::programSceneChanged, this, republish);
     connect(session, &StreamManager::isRecordingChanged, this, republish);
     connect(session, &StreamManager::isStreamingChanged, this, republish);
-    connect(session, &StreamManager::isDrawingModeEnabledChanged, this, republish);
+    connect(&session->drawing(), &DrawingState::isDrawingModeEnabledChanged, this, republish);
     connect(session, &StreamManager::isBlurModeActiveChanged, this, republish);
     connect(session, &QObject::destroyed, this, [this] {
         if (server_) {
@@ -61,7 +61,7 @@ std::shared_ptr<const RemoteSessionSnapshot> StreamManagerRemoteBridge::snapshot
     if (const auto& program = session.programScene()) snapshot->programScene = stateOf(*program);
     snapshot->isRecording = session.isRecording();
     snapshot->isStreaming = session.isStreaming();
-    snapshot->isDrawingModeEnabled = session.isDrawingModeEnabled();
+    snapshot->isDrawingModeEnabled = session.drawing().isDrawingModeEnabled();
     snapshot->isBlurModeActive = session.isBlurModeActive();
     return snapshot;
 }
@@ -84,7 +84,7 @@ void StreamManagerRemoteBridge::updateLive() {
 }
 
 void StreamManagerRemoteBridge::setDrawingModeEnabled(bool enabled) {
-    if (session_) session_->setIsDrawingModeEnabled(enabled);
+    if (session_) session_->drawing().setIsDrawingModeEnabled(enabled);
 }
 
 template <typename Change>

@@ -21,14 +21,14 @@ RecordingHarness::RecordingHarness(const QString& home)
     storage_ = std::make_unique<PresetStorage>(std::filesystem::path(homePath_.toStdString()) / "data");
     session_ = std::make_unique<StreamManager>(
         *storage_, std::make_unique<QSettings>(homePath_ + "/settings.ini", QSettings::IniFormat));
-    recorder_ = new RecordingManager(*session_);
-    session_->setRecordingManager(recorder_);
+    recorder_ = std::make_unique<RecordingManager>(*session_);
     frames_ = std::make_shared<LiveFrameTable>();
     recorder_->setFrameSource(frames_);
 }
 
 RecordingHarness::~RecordingHarness() {
-    session_.reset();  // takes the recorder with it, which closes any file
+    recorder_.reset();  // closes any file
+    session_.reset();
     // The frame table holds the camera capture too; letting go of both joins
     // the capture thread here, so that no test leaves one running into the
     // next.

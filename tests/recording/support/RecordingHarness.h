@@ -51,7 +51,7 @@ private:
     QByteArray oldHome_;
     std::unique_ptr<PresetStorage> storage_;
     std::unique_ptr<StreamManager> session_;
-    RecordingManager* recorder_ = nullptr;  // owned by the session
+    std::unique_ptr<RecordingManager> recorder_;  // goes before the session
     // The camera backend is shared with every opener handed to the hub, so
     // that it outlives a capture thread still opening through it, whoever
     // holds that capture last (the frame table, a recording's snapshot).

@@ -86,9 +86,10 @@ int main(int argc, char* argv[]) {
     QObject::connect(&targetWatcher, &orvane::X11TargetWatcher::targetsChanged, &sourceCaptures,
                      &orvane::SourceCaptures::retryFailedNow);
 #ifdef ORVANE_HAVE_RECORDING
-    // The recorder composes the program on a thread of its own; it reads
-    // live pictures from a table that the relay keeps bound to the
-    // program's captures. The session owns the recorder.
+    // The recorder composes the program on a thread of its own and reads
+    // the program's captures' frames there itself, through a table; the
+    // relay only tells it which capture is whose. The session owns the
+    // recorder.
     auto* recorder = new orvane::RecordingManager(streamManager);
     streamManager.setRecordingManager(recorder);
     orvane::mirrorRecordingState(*recorder, streamManager);

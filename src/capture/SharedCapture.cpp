@@ -25,11 +25,6 @@ SharedCapture::~SharedCapture() {
     if (thread_.joinable()) thread_.join();
 }
 
-CapturedFrame SharedCapture::latestFrame() const {
-    std::lock_guard lock(frameMutex_);
-    return latest_;
-}
-
 CaptureResult<std::unique_ptr<CaptureStream>> SharedCapture::openSource() {
     using Opened = CaptureResult<std::unique_ptr<CaptureStream>>;
     if (!opener_) return Opened::failure(QStringLiteral("Nothing to open the source with"));
@@ -129,14 +124,7 @@ void SharedCapture::reportFailure(const QString& message) {
 
 void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
                             std::chrono::steady_clock::time_point grabbedAt) {
-    QImage replaced;  // let go of outside the lock: that may hand a buffer back to its pool
-    {
-        std::lock_guard lock(frameMutex_);
-        replaced = std::exchange(latest_.image, std::move(frame.image));
-        latest_.sequence += 1;
-        latest_.capturedAt = askedAt;
-        latest_.grabbedAt = grabbedAt;
-    }
+    latest_->replace(std::move(frame.image), askedAt, grabbedAt);
     if (!noticePending_.exchange(true))
         QMetaObject::invokeMethod(this, [this] { deliverFrameNotice(); }, Qt::QueuedConnection);
 }

@@ -24,9 +24,10 @@ using test::NoDisplays;
 using test::RecordingHarness;
 
 // A frame counts as new when its grey levels differ from the frame before
-// by more than this on average. A moving test pattern filling the picture
-// differs by several levels from one frame to the next; a repeated frame
-// by nothing, or by the encoder's rounding where a key frame draws it anew.
+// by more than this on average. The moving test pattern filling the
+// picture differs by more than a level from one frame to the next; a
+// repeated frame by nothing, or by the encoder's rounding where a key
+// frame draws it anew (below a hundredth of a level).
 constexpr double kNewPictureDifference = 0.5;
 
 // The longest time in the file between a frame showing a new picture and

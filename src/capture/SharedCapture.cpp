@@ -71,6 +71,7 @@ void SharedCapture::run(std::stop_token stop) {
     auto deadline = Clock::now();
     bool lastPointerInside = false;
     std::optional<Clock::time_point> failingSince;  // set while every grab fails
+    std::optional<QString> gaveUp;                  // why the capture ended, if it did
 
     while (!stop.stop_requested()) {
         // A frame is dated by when it was asked for, so that its age on the
@@ -93,7 +94,7 @@ void SharedCapture::run(std::stop_token stop) {
             failingSince = grabbedAt;
             logLine("⚠️ Capture of " + key_.toStdString() + " dropped a frame: " + grabbed.error().toStdString());
         } else if (grabbedAt - *failingSince >= kGiveUpAfter) {
-            reportFailure(grabbed.error());
+            gaveUp = grabbed.error();
             break;
         }
 
@@ -111,8 +112,14 @@ void SharedCapture::run(std::stop_token stop) {
         std::unique_lock lock(wakeMutex_);
         wake_.wait_until(lock, stop, deadline, [] { return false; });
     }
-    std::lock_guard lock(sourceMutex_);
-    liveSource_ = nullptr;
+    {
+        std::lock_guard lock(sourceMutex_);
+        liveSource_ = nullptr;
+    }
+    // The stream is closed before anyone hears of the failure, so that
+    // whoever then opens the target again does not meet it still open.
+    source.reset();
+    if (gaveUp) reportFailure(*gaveUp);
 }
 
 void SharedCapture::reportFailure(const QString& message) {

@@ -50,8 +50,13 @@ QImage MovingDesktop::frameAt(std::int64_t n) const {
     return frame;
 }
 
-void MovingDesktop::start() {
+void MovingDesktop::drawCycle() {
+    if (!cycle_.empty()) return;
     for (int n = 0; n < kCycle; ++n) cycle_.push_back(frameAt(n));
+}
+
+void MovingDesktop::start() {
+    drawCycle();
     thread_ = std::jthread([this](std::stop_token stop) { run(stop); });
 }
 

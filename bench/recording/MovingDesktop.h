@@ -32,15 +32,20 @@ public:
 
     QImage frameAt(std::int64_t n) const;
 
+    // Draws the cycle and starts publishing.
     void start();
+    // Draws the cycle only, for a stream that hands its pictures out itself.
+    void drawCycle();
     CapturedFrame latestFrame() const;
+    // Picture n of the drawn cycle.
+    QImage pictureOfCycle(std::int64_t n) const { return cycle_[static_cast<std::size_t>(n % kCycle)]; }
 
 private:
     void run(std::stop_token stop);
 
     const QSize size_;
     QImage text_;  // the editor's whole text, taller than the screen
-    std::vector<QImage> cycle_;  // drawn by start()
+    std::vector<QImage> cycle_;  // drawn by drawCycle(), before any thread reads it
     mutable std::mutex mutex_;
     CapturedFrame latest_;  // protected by mutex_
     std::jthread thread_;

@@ -2,6 +2,10 @@
 //   recording_bench record QUALITY SECONDS OUT_DIR
 //     records the reference scene (video only) and prints one line of
 //     figures: frames, dropped frames, CPU seconds and cores used;
+//   recording_bench blocked QUALITY SECONDS OUT_DIR
+//     the same, with the sources captured the application's way (shared
+//     captures, view models, the program relay) while the main thread is
+//     blocked for 2 s out of every 5; recording.sh measures the file;
 //   recording_bench raw QUALITY FRAMES
 //     writes FRAMES raw BGRA frames of the same scene to standard output
 //     (its first second, then repeated), the input of the command-line
@@ -15,6 +19,7 @@
 #include <QPainter>
 #include <QSettings>
 #include <QTest>
+#include <QTimer>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -26,13 +31,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <thread>
 #include <vector>
 
+#include "MovingDesktopBackend.h"
 #include "ReferenceScene.h"
+#include "capture/SourceCaptures.h"
 #include "document/PresetStorage.h"
 #include "engine/StreamManager.h"
 #include "recording/FrameRing.h"
 #include "recording/MovieWriter.h"
+#include "recording/ProgramFrameRelay.h"
 #include "recording/ProgramFramePainter.h"
 #include "recording/ProgramSnapshot.h"
 #include "recording/RecordingManager.h"
@@ -91,12 +100,21 @@ ProgramSnapshot snapshotOf(const ReferenceScene& reference) {
     return snapshot;
 }
 
-int record(VideoQuality quality, double seconds, const QString& outDir) {
+// How the sources reach the recorder: straight from the bench's own
+// captures, or the application's way with its main thread now and then
+// blocked.
+enum class Path { direct, applicationBlocked };
+
+// The main thread is blocked this long out of every kBlockPeriod.
+constexpr auto kBlock = std::chrono::milliseconds(2000);
+constexpr auto kBlockPeriod = std::chrono::milliseconds(5000);
+
+int record(VideoQuality quality, double seconds, const QString& outDir, Path path) {
     qputenv("HOME", outDir.toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", (outDir + "/.config").toLocal8Bit());
     PresetStorage storage(std::filesystem::path(outDir.toStdString()) / "data");
     StreamManager session(storage, std::make_unique<QSettings>(outDir + "/settings.ini", QSettings::IniFormat));
-    ReferenceScene reference(ReferenceScene::Feed::live);
+    ReferenceScene reference(path == Path::direct ? ReferenceScene::Feed::live : ReferenceScene::Feed::captured);
     // The branding and the progress bar come from the preset; a fresh home
     // has none yet.
     Preset preset = session.currentPreset().value_or(Preset{});
@@ -109,10 +127,29 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
     session.setProgramScene(reference.scene());
     auto recorder = std::make_unique<RecordingManager>(session);
     recorder->setFrameSource(reference.frames());
+    // The application's capture path: a display at full size and the camera
+    // through the shared captures, bound for the recorder by the relay.
+    std::unique_ptr<MovingDesktopBackend> screens;
+    std::unique_ptr<CaptureHub> hub;
+    std::unique_ptr<SourceCaptures> captures;
+    std::unique_ptr<ProgramFrameRelay> relay;
+    if (path == Path::applicationBlocked) {
+        const Source& screen = reference.scene().sources[0];
+        screens = std::make_unique<MovingDesktopBackend>(reference.desktop(), screen.configuration.screenId.value_or(1));
+        hub = std::make_unique<CaptureHub>();
+        captures = std::make_unique<SourceCaptures>(*screens, reference.cameras(), *hub, CaptureQuality{1920, 1080, 30});
+        relay = std::make_unique<ProgramFrameRelay>(session, *captures, reference.frames());
+    }
     recorder->setIncludeAudio(false);
     recorder->setVideoQuality(quality);
     recorder->setOutputFormat(OutputFormat::mp4);
     QTest::qWait(1000);  // the sources run
+    for (const Source& source : reference.scene().sources) {
+        if (source.type == SourceType::content) continue;
+        if (!QTest::qWaitFor([&] { return reference.frames()->latestFrame(source).state == SourceFrame::State::frame; },
+                             10000))
+            std::fprintf(stderr, "the source %s shows nothing\n", source.name.c_str());
+    }
     // What the process costs without a recording (the camera's capture and
     // the moving screen, which run for the stages anyway), over a stretch of
     // the same scene.
@@ -127,10 +164,27 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
                      recorder->errorMessage().value_or(QString()).toLocal8Bit().constData());
         return 1;
     }
+    // The main thread stops for kBlock, first a second and a half in, then
+    // every kBlockPeriod: what a long layout or a stuck slot would do.
+    QTimer blocker;
+    int blocks = 0;
+    if (path == Path::applicationBlocked) {
+        const auto block = [&blocks] {
+            ++blocks;
+            std::this_thread::sleep_for(kBlock);
+        };
+        blocker.setInterval(kBlockPeriod);
+        QObject::connect(&blocker, &QTimer::timeout, block);
+        QTimer::singleShot(1500, &blocker, [&blocker, block] {
+            blocker.start();
+            block();
+        });
+    }
     const double cpuBefore = cpuSeconds();
     const auto wallBefore = std::chrono::steady_clock::now();
     const auto schedulesBefore = threadSchedules();
     QTest::qWait(static_cast<int>(seconds * 1000));
+    blocker.stop();
     const auto [ran, waited] = scheduleBetween(schedulesBefore, threadSchedules());
     recorder->stopRecording();
     if (!QTest::qWaitFor([&] { return recorder->recordingStatus() != RecordingStatus::stopping; }, 60000))
@@ -152,6 +206,9 @@ int record(VideoQuality quality, double seconds, const QString& outDir) {
                 static_cast<long long>(figures.framesEncoderBehind));
     std::printf("ours %dx%d: the process's threads ran %.2f s and waited %.2f s, ready to run, for a CPU\n", row.width,
                 row.height, ran, waited);
+    if (path == Path::applicationBlocked)
+        std::printf("ours %dx%d: the main thread was blocked %d times for %lld ms\n", row.width, row.height, blocks,
+                    static_cast<long long>(kBlock.count()));
     std::printf("CPU_SECONDS %.3f\nOWN_CPU_SECONDS %.3f\nFRAMES %lld\nDROPPED %lld\nFILE %s\n", cpu, own,
                 static_cast<long long>(figures.framesEncoded), static_cast<long long>(figures.framesDropped),
                 recorder->outputURL().value_or(QUrl()).toLocalFile().toLocal8Bit().constData());
@@ -277,12 +334,15 @@ int main(int argc, char** argv) {
     QGuiApplication app(argc, argv);
     const auto quality = argc >= 3 ? orvane::qualityNamed(argv[2]) : std::nullopt;
     if (argc >= 5 && quality && !std::strcmp(argv[1], "record"))
-        return orvane::record(*quality, std::atof(argv[3]), QString::fromLocal8Bit(argv[4]));
+        return orvane::record(*quality, std::atof(argv[3]), QString::fromLocal8Bit(argv[4]), orvane::Path::direct);
+    if (argc >= 5 && quality && !std::strcmp(argv[1], "blocked"))
+        return orvane::record(*quality, std::atof(argv[3]), QString::fromLocal8Bit(argv[4]),
+                              orvane::Path::applicationBlocked);
     if (argc >= 4 && quality && !std::strcmp(argv[1], "raw")) return orvane::raw(*quality, std::atoll(argv[3]));
     if (argc >= 5 && quality && !std::strcmp(argv[1], "profile"))
         return orvane::profile(*quality, std::atoi(argv[3]), QString::fromLocal8Bit(argv[4]));
     std::fprintf(stderr,
-                 "usage: recording_bench record QUALITY SECONDS OUT_DIR | raw QUALITY FRAMES |"
+                 "usage: recording_bench record|blocked QUALITY SECONDS OUT_DIR | raw QUALITY FRAMES |"
                  " profile QUALITY FRAMES OUT_DIR\n");
     return 2;
 }

@@ -23,6 +23,10 @@ ReferenceScene::ReferenceScene(Feed feed)
     Source& screen = scene_.sources[0];
     Source& cam = scene_.sources[1];
     cam.configuration.cameraDeviceId = "lavfi:bench";
+    if (feed == Feed::captured) {
+        desktop_.drawCycle();
+        return;
+    }
 
     camera_ = hub_.acquire(QStringLiteral("camera:lavfi:bench"), 0,
                            [this] { return cameras_.openCamera(QStringLiteral("lavfi:bench")); });

@@ -31,10 +31,12 @@ class SharedCapture;
 // cycle of pictures (the camera's taken from the running capture first),
 // and step(n) chooses which: the sources as a 30 Hz recording finds them at
 // frame n (the desktop two pictures on), for the anchor's frames and for
-// measuring the stages of a frame one by one.
+// measuring the stages of a frame one by one. Captured, nothing is bound:
+// the caller captures the camera and the desktop the application's way,
+// through cameras() and desktop() (whose cycle is drawn).
 class ReferenceScene {
 public:
-    enum class Feed { live, stepped };
+    enum class Feed { live, stepped, captured };
 
     explicit ReferenceScene(Feed feed);
     ~ReferenceScene();
@@ -45,6 +47,8 @@ public:
     const BrandingConfig& branding() const { return branding_; }
     const ProgressBarConfig& progress() const { return progress_; }
     std::shared_ptr<LiveFrameTable> frames() const { return frames_; }
+    LavfiCameraBackend& cameras() { return cameras_; }
+    const MovingDesktop& desktop() const { return desktop_; }
 
     static constexpr int kCycle = 30;
 

@@ -61,6 +61,9 @@ ConsoleRoot::ConsoleRoot(std::unique_ptr<StreamManager> session)
     PermissionsManager::setDefaultProbe(
         [probe = permissionProbe_.get()] { return probe->getScreenCapturePermissionStatus(); });
 
+    // The recorder composes the program on a thread of its own and reads the
+    // program's captures' frames there itself, through a table; the relay
+    // only tells it which capture is whose.
     recorder_ = std::make_unique<RecordingManager>(s);
     mirrorRecordingState(*recorder_, s);
     recorderFrames_ = std::make_shared<LiveFrameTable>();

@@ -49,6 +49,7 @@ void CameraFeed::attempt() {
     connect(capture_.get(), &SharedCapture::failed, this, [this](const QString& message) {
         fail(QStringLiteral("Error setting up camera: ") + message);
     });
+    emit captureChanged();
     if (!capture_->errorMessage().isEmpty())
         return fail(QStringLiteral("Error setting up camera: ") + capture_->errorMessage());
     takeLatestFrame();
@@ -68,9 +69,11 @@ void CameraFeed::fail(const QString& message) {
 }
 
 void CameraFeed::release() {
-    if (capture_) disconnect(capture_.get(), nullptr, this, nullptr);
-    capture_.reset();
     shownSequence_ = 0;
+    if (!capture_) return;
+    disconnect(capture_.get(), nullptr, this, nullptr);
+    capture_.reset();
+    emit captureChanged();
 }
 
 void CameraFeed::takeLatestFrame() {

@@ -50,6 +50,8 @@ signals:
     void capturedImageChanged();
     void deviceIdChanged();
     void errorMessageChanged();
+    // capture() is another one, or none now.
+    void captureChanged();
 
 private:
     // Finds the device and attaches its capture; failures go to fail.

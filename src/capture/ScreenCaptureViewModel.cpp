@@ -66,6 +66,7 @@ void ScreenCaptureViewModel::attach(std::shared_ptr<SharedCapture> capture) {
     pointerConnection_ = connect(shared, &SharedCapture::pointerInsideChanged, this,
                                  &ScreenCaptureViewModel::setMouseOverWindow);
     failureConnection_ = connect(shared, &SharedCapture::failed, this, &ScreenCaptureViewModel::fail);
+    emit captureChanged();
     // A capture that other views already run may have news for this one.
     if (!shared->errorMessage().isEmpty()) return fail(shared->errorMessage());
     setMouseOverWindow(shared->pointerInside());
@@ -76,7 +77,9 @@ void ScreenCaptureViewModel::detach() {
     disconnect(frameConnection_);
     disconnect(pointerConnection_);
     disconnect(failureConnection_);
+    if (!capture_) return;
     capture_.reset();  // the last holder stops the capture thread
+    emit captureChanged();
 }
 
 void ScreenCaptureViewModel::fail(const QString& reason) {

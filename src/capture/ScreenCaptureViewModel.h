@@ -70,6 +70,8 @@ signals:
     void isCapturingChanged();
     void errorMessageChanged();
     void isMouseOverWindowChanged();
+    // capture() is another one, or none now.
+    void captureChanged();
 
 private:
     // Lists, resolves and attaches the current source; failures go to fail.

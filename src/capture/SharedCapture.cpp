@@ -25,11 +25,6 @@ SharedCapture::~SharedCapture() {
     if (thread_.joinable()) thread_.join();
 }
 
-CapturedFrame SharedCapture::latestFrame() const {
-    std::lock_guard lock(frameMutex_);
-    return latest_;
-}
-
 CaptureResult<std::unique_ptr<CaptureStream>> SharedCapture::openSource() {
     using Opened = CaptureResult<std::unique_ptr<CaptureStream>>;
     if (!opener_) return Opened::failure(QStringLiteral("Nothing to open the source with"));
@@ -76,6 +71,7 @@ void SharedCapture::run(std::stop_token stop) {
     auto deadline = Clock::now();
     bool lastPointerInside = false;
     std::optional<Clock::time_point> failingSince;  // set while every grab fails
+    std::optional<QString> gaveUp;                  // why the capture ended, if it did
 
     while (!stop.stop_requested()) {
         // A frame is dated by when it was asked for, so that its age on the
@@ -98,7 +94,7 @@ void SharedCapture::run(std::stop_token stop) {
             failingSince = grabbedAt;
             logLine("⚠️ Capture of " + key_.toStdString() + " dropped a frame: " + grabbed.error().toStdString());
         } else if (grabbedAt - *failingSince >= kGiveUpAfter) {
-            reportFailure(grabbed.error());
+            gaveUp = grabbed.error();
             break;
         }
 
@@ -116,8 +112,14 @@ void SharedCapture::run(std::stop_token stop) {
         std::unique_lock lock(wakeMutex_);
         wake_.wait_until(lock, stop, deadline, [] { return false; });
     }
-    std::lock_guard lock(sourceMutex_);
-    liveSource_ = nullptr;
+    {
+        std::lock_guard lock(sourceMutex_);
+        liveSource_ = nullptr;
+    }
+    // The stream is closed before anyone hears of the failure, so that
+    // whoever then opens the target again does not meet it still open.
+    source.reset();
+    if (gaveUp) reportFailure(*gaveUp);
 }
 
 void SharedCapture::reportFailure(const QString& message) {
@@ -129,14 +131,7 @@ void SharedCapture::reportFailure(const QString& message) {
 
 void SharedCapture::publish(GrabbedFrame&& frame, std::chrono::steady_clock::time_point askedAt,
                             std::chrono::steady_clock::time_point grabbedAt) {
-    QImage replaced;  // let go of outside the lock: that may hand a buffer back to its pool
-    {
-        std::lock_guard lock(frameMutex_);
-        replaced = std::exchange(latest_.image, std::move(frame.image));
-        latest_.sequence += 1;
-        latest_.capturedAt = askedAt;
-        latest_.grabbedAt = grabbedAt;
-    }
+    latest_->replace(std::move(frame.image), askedAt, grabbedAt);
     if (!noticePending_.exchange(true))
         QMetaObject::invokeMethod(this, [this] { deliverFrameNotice(); }, Qt::QueuedConnection);
 }

@@ -14,6 +14,7 @@
 #include "capture/CaptureResult.h"
 #include "capture/CapturedFrame.h"
 #include "capture/CaptureStream.h"
+#include "capture/LatestFrame.h"
 
 namespace orvane {
 
@@ -41,7 +42,11 @@ public:
     ~SharedCapture() override;
 
     const QString& key() const { return key_; }
-    CapturedFrame latestFrame() const;
+    CapturedFrame latestFrame() const { return latest_->read(); }
+    // Where this capture's frames land, for a reader on another thread that
+    // must not wait for the main thread (the recorder). It may outlive the
+    // capture, keeping its last frame.
+    std::shared_ptr<const LatestFrame> frames() const { return latest_; }
     bool pointerInside() const { return pointerInside_; }
     QString errorMessage() const { return errorMessage_; }
     // How often the cursor setting flipped since start.
@@ -70,8 +75,7 @@ private:
     const int framesPerSecond_;
     Opener opener_;
 
-    mutable std::mutex frameMutex_;
-    CapturedFrame latest_;  // protected by frameMutex_
+    const std::shared_ptr<LatestFrame> latest_ = std::make_shared<LatestFrame>();
     std::atomic<bool> noticePending_{false};
 
     std::mutex wakeMutex_;                  // protects nothing but the wait below

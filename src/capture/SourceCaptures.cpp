@@ -1,6 +1,7 @@
 #include "capture/SourceCaptures.h"
 
 #include "capture/CameraFeed.h"
+#include "capture/LatestFrame.h"
 #include "capture/ScreenCaptureViewModel.h"
 
 namespace orvane {
@@ -43,19 +44,34 @@ SourceCaptures::Entry& SourceCaptures::entryFor(const Source& source) {
         entry->screen = std::make_unique<ScreenCaptureViewModel>(screens_, hub_);
         connect(entry->screen.get(), &ScreenCaptureViewModel::capturedImageChanged, this,
                 [this, id] { emit pictureChanged(id); });
-        connect(entry->screen.get(), &ScreenCaptureViewModel::errorMessageChanged, this,
-                [this, id] { emit pictureChanged(id); });
+        connect(entry->screen.get(), &ScreenCaptureViewModel::errorMessageChanged, this, [this, id] {
+            emit pictureChanged(id);
+            queueFeedChanged(id);
+        });
+        connect(entry->screen.get(), &ScreenCaptureViewModel::isCapturingChanged, this,
+                [this, id] { queueFeedChanged(id); });
+        connect(entry->screen.get(), &ScreenCaptureViewModel::captureChanged, this,
+                [this, id] { queueFeedChanged(id); });
     } else if (source.type == SourceType::camera) {
         entry->camera = std::make_unique<CameraFeed>(cameras_, hub_);
         connect(entry->camera.get(), &CameraFeed::capturedImageChanged, this, [this, id] { emit pictureChanged(id); });
-        connect(entry->camera.get(), &CameraFeed::errorMessageChanged, this, [this, id] { emit pictureChanged(id); });
+        connect(entry->camera.get(), &CameraFeed::errorMessageChanged, this, [this, id] {
+            emit pictureChanged(id);
+            queueFeedChanged(id);
+        });
+        connect(entry->camera.get(), &CameraFeed::captureChanged, this, [this, id] { queueFeedChanged(id); });
     } else {
         entry->started = true;  // content is drawn, not captured
     }
     Entry& result = *entry;
     entries_[id] = std::move(entry);  // replaces, and so stops, a capture of an older configuration
     if (!result.started) queueStart();
+    queueFeedChanged(id);
     return result;
+}
+
+void SourceCaptures::queueFeedChanged(const Uuid& sourceId) {
+    QMetaObject::invokeMethod(this, [this, sourceId] { emit feedChanged(sourceId); }, Qt::QueuedConnection);
 }
 
 void SourceCaptures::queueStart() {
@@ -71,6 +87,7 @@ void SourceCaptures::startPending() {
     for (auto& [id, entry] : entries_) {
         if (entry->started) continue;
         entry->started = true;
+        queueFeedChanged(id);
         if (entry->screen) {
             entry->screen->startCapture(entry->source, quality_);
         } else if (entry->camera) {
@@ -89,22 +106,36 @@ void SourceCaptures::retryFailedNow() {
     }
 }
 
-SourcePicture SourceCaptures::latestPicture(const Source& source) {
-    Entry& entry = entryFor(source);
-    if (!entry.started) return {SourcePicture::State::starting, {}, {}};
+SourceFrame SourceCaptures::latestFrame(const Source& source) { return frameOf(entryFor(source)); }
+
+SourceFrame SourceCaptures::frameOf(const Entry& entry) {
+    if (!entry.started) return SourceFrame::startingUp();
     if (entry.screen) {
         const ScreenCaptureViewModel& model = *entry.screen;
-        if (!model.capturedImage().isNull()) return {SourcePicture::State::frame, model.capturedImage(), {}};
-        if (!model.errorMessage().isNull()) return {SourcePicture::State::failed, {}, model.errorMessage()};
-        if (model.isCapturing()) return {SourcePicture::State::starting, {}, {}};
+        if (!model.capturedImage().isNull()) return SourceFrame::withImage(model.capturedImage());
+        if (!model.errorMessage().isNull()) return SourceFrame::failure(model.errorMessage());
+        if (model.isCapturing()) return SourceFrame::startingUp();
         return {};
     }
     if (entry.camera) {
         const CameraFeed& feed = *entry.camera;
-        if (!feed.capturedImage().isNull()) return {SourcePicture::State::frame, feed.capturedImage(), {}};
-        if (!feed.errorMessage().isNull()) return {SourcePicture::State::failed, {}, feed.errorMessage()};
+        if (!feed.capturedImage().isNull()) return SourceFrame::withImage(feed.capturedImage());
+        if (!feed.errorMessage().isNull()) return SourceFrame::failure(feed.errorMessage());
     }
     return {};
+}
+
+SourceCaptures::Feed SourceCaptures::feed(const Source& source) {
+    const Entry& entry = entryFor(source);
+    Feed result{frameOf(entry), nullptr};
+    // A failed source shows its failure, even while a new attempt's capture
+    // waits for a first frame: its recovery is a feed change of its own.
+    if (!entry.started || result.shown.state == SourceFrame::State::failed) return result;
+    std::shared_ptr<SharedCapture> capture;
+    if (entry.screen) capture = entry.screen->capture();
+    if (entry.camera) capture = entry.camera->capture();
+    if (capture) result.frames = capture->frames();
+    return result;
 }
 
 void SourceCaptures::setQuality(const CaptureQuality& quality) {

@@ -5,8 +5,8 @@
 #include <QRadialGradient>
 #include <algorithm>
 
-#include "composition/ColorConvert.h"
-#include "composition/ImageBands.h"
+#include "paint/ColorConvert.h"
+#include "paint/ImageBands.h"
 #include "document/HashCombine.h"
 
 namespace orvane {

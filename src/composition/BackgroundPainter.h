@@ -4,7 +4,7 @@
 #include <QRect>
 #include <QSizeF>
 
-#include "composition/SoftShadow.h"
+#include "paint/SoftShadow.h"
 #include "document/StreamingScene.h"
 
 class QPainter;

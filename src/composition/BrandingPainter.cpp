@@ -8,10 +8,10 @@
 #include <cmath>
 
 #include "composition/BrandingGeometry.h"
-#include "composition/ColorConvert.h"
-#include "composition/ImageBands.h"
-#include "composition/PixelFont.h"
-#include "composition/SoftShadow.h"
+#include "paint/ColorConvert.h"
+#include "paint/ImageBands.h"
+#include "paint/PixelFont.h"
+#include "paint/SoftShadow.h"
 #include "document/HashCombine.h"
 
 namespace orvane {

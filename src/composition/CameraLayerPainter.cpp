@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "composition/CameraMask.h"
-#include "composition/ColorConvert.h"
+#include "paint/ColorConvert.h"
 #include "composition/ImageAdjust.h"
 #include "composition/SourceFrameGeometry.h"
 #include "composition/StatusPainter.h"

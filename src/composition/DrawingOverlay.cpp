@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "composition/ColorConvert.h"
+#include "paint/ColorConvert.h"
 #include "composition/EraserHitTest.h"
 
 namespace orvane {

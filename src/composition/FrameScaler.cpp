@@ -7,9 +7,9 @@
 #include <cmath>
 #include <cstring>
 
-#include "composition/ImageBands.h"
-#include "composition/PixelBlend.h"
-#include "composition/PlainImageTarget.h"
+#include "paint/ImageBands.h"
+#include "paint/PixelBlend.h"
+#include "paint/PlainImageTarget.h"
 
 namespace orvane {
 

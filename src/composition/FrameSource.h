@@ -1,29 +1,9 @@
 #pragma once
 
-#include <QImage>
-#include <QString>
-
 #include "document/Source.h"
+#include "paint/SourceFrame.h"
 
 namespace orvane {
-
-// What is known about one source's live picture at the moment of drawing.
-struct SourceFrame {
-    enum class State {
-        idle,      // nothing started: "No capture" (cameras: a black box)
-        starting,  // started, no frame yet: "Starting capture..."
-        failed,    // gave up; `message` is the text to show
-        frame,     // `image` holds the latest frame
-    };
-
-    State state = State::idle;
-    QImage image;
-    QString message;
-
-    static SourceFrame withImage(QImage image) { return {State::frame, std::move(image), {}}; }
-    static SourceFrame failure(QString message) { return {State::failed, {}, std::move(message)}; }
-    static SourceFrame startingUp() { return {State::starting, {}, {}}; }
-};
 
 // Hands the compositor the latest frame of each source: one capture per
 // target, shared by every place that draws it. Called on the main thread

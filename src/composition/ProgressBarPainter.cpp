@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "composition/ColorConvert.h"
-#include "composition/ImageBands.h"
-#include "composition/PixelFont.h"
+#include "paint/ColorConvert.h"
+#include "paint/ImageBands.h"
+#include "paint/PixelFont.h"
 #include "composition/ProgressBarGeometry.h"
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 #include "document/HashCombine.h"
 
 namespace orvane {

@@ -1,6 +1,6 @@
 #include "composition/RowResampler.h"
 
-#include "composition/PixelBlend.h"
+#include "paint/PixelBlend.h"
 
 #include <algorithm>
 #include <cmath>

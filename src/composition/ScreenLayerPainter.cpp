@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "composition/ColorConvert.h"
-#include "composition/FastBlur.h"
+#include "paint/ColorConvert.h"
+#include "paint/FastBlur.h"
 #include "composition/ImageAdjust.h"
 #include "composition/SourceFrameGeometry.h"
 #include "composition/StatusPainter.h"

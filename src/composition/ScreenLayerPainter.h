@@ -5,7 +5,7 @@
 
 #include "composition/FrameScaler.h"
 #include "composition/FrameSource.h"
-#include "composition/SoftShadow.h"
+#include "paint/SoftShadow.h"
 #include "document/Source.h"
 
 class QPainter;

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <vector>
 
-#include "composition/PixelFont.h"
-#include "composition/SymbolPainter.h"
+#include "paint/PixelFont.h"
+#include "paint/SymbolPainter.h"
 
 namespace orvane {
 

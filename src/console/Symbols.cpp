@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 
 namespace orvane::Symbols {
 

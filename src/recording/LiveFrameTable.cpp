@@ -2,9 +2,9 @@
 
 namespace orvane {
 
-void LiveFrameTable::bindCapture(const Uuid& sourceId, Fetch fetch) {
+void LiveFrameTable::bindCapture(const Uuid& sourceId, Fetch fetch, SourceFrame beforeFirstFrame) {
     std::lock_guard lock(mutex_);
-    bindings_[sourceId] = Binding{std::move(fetch), {}};
+    bindings_[sourceId] = Binding{std::move(fetch), std::move(beforeFirstFrame)};
     ++bindingChanges_;
 }
 
@@ -27,16 +27,18 @@ void LiveFrameTable::clear() {
 
 SourceFrame LiveFrameTable::latestFrame(const Source& source) const {
     Fetch fetch;
+    SourceFrame beforeFirstFrame;
     {
         std::lock_guard lock(mutex_);
         const auto found = bindings_.find(source.id);
         if (found == bindings_.end()) return {};
         if (!found->second.fetch) return found->second.fixed;
         fetch = found->second.fetch;
+        beforeFirstFrame = found->second.fixed;
     }
     // Outside the lock: the capture has a lock of its own.
     CapturedFrame frame = fetch();
-    if (frame.sequence == 0 || frame.image.isNull()) return SourceFrame::startingUp();
+    if (frame.sequence == 0 || frame.image.isNull()) return beforeFirstFrame;
     return SourceFrame::withImage(std::move(frame.image));
 }
 

@@ -21,7 +21,8 @@ class LiveFrameTable : public FrameSource {
 public:
     using Fetch = std::function<CapturedFrame()>;
 
-    void bindCapture(const Uuid& sourceId, Fetch fetch);
+    // Until the capture's first frame the source shows `beforeFirstFrame`.
+    void bindCapture(const Uuid& sourceId, Fetch fetch, SourceFrame beforeFirstFrame = SourceFrame::startingUp());
     void bindFrame(const Uuid& sourceId, SourceFrame frame);
     void unbind(const Uuid& sourceId);
     void clear();
@@ -36,7 +37,7 @@ public:
 private:
     struct Binding {
         Fetch fetch;        // a live capture, when set
-        SourceFrame fixed;  // otherwise this
+        SourceFrame fixed;  // otherwise this; with a capture, what it shows before its first frame
     };
 
     mutable std::mutex mutex_;

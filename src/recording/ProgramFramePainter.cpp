@@ -2,9 +2,9 @@
 
 #include <QPainter>
 
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 #include "composition/SceneRenderInputs.h"
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 #include "recording/ProgramSnapshot.h"
 
 namespace orvane {

@@ -5,21 +5,25 @@
 
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "document/Source.h"
 #include "document/Uuid.h"
 
 namespace orvane {
 
+class LatestFrame;
 class LiveFrameTable;
 class SourceCaptures;
 class StreamManager;
 
-// Keeps a LiveFrameTable showing the live pictures of the program scene's
-// sources, from the console's shared captures: the first ask starts a
-// source's capture, and every new picture is handed over as it arrives (a
-// QImage shares its pixels, so this copies nothing). The recorder's thread
-// then reads the table without ever waiting for the main thread.
+// Keeps a LiveFrameTable bound to the program scene's sources, from the
+// console's shared captures: the first ask starts a source's capture, and
+// a running capture is bound by its latest-frame slot, which the recorder's
+// thread reads directly. So frames reach the recording without the main
+// thread; the main thread only rebinds a source when the program changes or
+// its capture starts, fails, recovers or is replaced (SourceCaptures'
+// feedChanged), and binds the state to show while no capture runs.
 //
 // The captures must keep running while the program shows them: whoever
 // calls SourceCaptures::retainOnly includes programSourceIds().
@@ -33,13 +37,20 @@ public:
     std::vector<Uuid> programSourceIds() const;
 
 private:
+    struct Bound {
+        Source source;
+        std::shared_ptr<const LatestFrame> frames;  // the capture bound, if any
+        bool isBound = false;
+    };
+
     void rebind();
-    void refresh(const Uuid& sourceId);
+    void bind(Bound& bound);
+    void feedChanged(const Uuid& sourceId);
 
     QPointer<StreamManager> session_;
     QPointer<SourceCaptures> captures_;
     std::shared_ptr<LiveFrameTable> table_;
-    std::unordered_map<Uuid, Source> program_;  // the program scene's sources by id
+    std::unordered_map<Uuid, Bound> program_;  // the program scene's captured sources by id
 };
 
 }  // namespace orvane

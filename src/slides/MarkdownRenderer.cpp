@@ -4,7 +4,7 @@
 #include <QTextLayout>
 #include <algorithm>
 
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 
 namespace orvane {
 

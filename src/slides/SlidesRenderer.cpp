@@ -6,10 +6,10 @@
 #include <cmath>
 #include <optional>
 
-#include "composition/ColorConvert.h"
-#include "composition/PixelFont.h"
-#include "composition/SoftShadow.h"
-#include "composition/SymbolPainter.h"
+#include "paint/ColorConvert.h"
+#include "paint/PixelFont.h"
+#include "paint/SoftShadow.h"
+#include "paint/SymbolPainter.h"
 #include "slides/MarkdownContentView.h"
 #include "slides/MarkdownRenderer.h"
 #include "slides/SlideImageLoader.h"

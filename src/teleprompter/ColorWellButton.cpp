@@ -2,7 +2,7 @@
 
 #include <QColorDialog>
 
-#include "composition/ColorConvert.h"
+#include "paint/ColorConvert.h"
 
 namespace orvane {
 

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 
 namespace orvane {
 

@@ -16,7 +16,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 #include "document/Log.h"
 #include "engine/StreamManager.h"
 #include "teleprompter/ColorWellButton.h"

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 #include "engine/StreamManager.h"
 #include "teleprompter/TeleprompterConfigView.h"
 #include "teleprompter/TeleprompterManager.h"

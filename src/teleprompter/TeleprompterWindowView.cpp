@@ -9,8 +9,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "composition/ColorConvert.h"
-#include "composition/SymbolPainter.h"
+#include "paint/ColorConvert.h"
+#include "paint/SymbolPainter.h"
 #include "document/Log.h"
 #include "engine/StreamManager.h"
 #include "teleprompter/RoundSymbolButton.h"

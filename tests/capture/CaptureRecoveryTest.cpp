@@ -189,12 +189,12 @@ TEST_F(CaptureRecoveryTest, AFailureSeenWhileAskingDoesNotStartTheCaptureAgain) 
     int asks = 0;
     QObject::connect(&captures, &SourceCaptures::pictureChanged, [&](const Uuid&) {
         ++asks;
-        captures.latestPicture(missing);
+        captures.latestFrame(missing);
     });
-    EXPECT_EQ(captures.latestPicture(missing).state, SourcePicture::State::starting);
+    EXPECT_EQ(captures.latestFrame(missing).state, SourceFrame::State::starting);
     EXPECT_EQ(backend.listings(), 0) << "nothing opens inside the ask";
-    ASSERT_TRUE(test::waitUntil([&] { return captures.latestPicture(missing).state == SourcePicture::State::failed; }));
-    EXPECT_EQ(captures.latestPicture(missing).message, "Capture error: No display found");
+    ASSERT_TRUE(test::waitUntil([&] { return captures.latestFrame(missing).state == SourceFrame::State::failed; }));
+    EXPECT_EQ(captures.latestFrame(missing).message, "Capture error: No display found");
     test::waitUntil([] { return false; }, 300);
     EXPECT_EQ(backend.listings(), 1);
     EXPECT_LE(asks, 2);
@@ -204,11 +204,11 @@ TEST_F(CaptureRecoveryTest, AFailureSeenWhileAskingDoesNotStartTheCaptureAgain) 
 TEST_F(CaptureRecoveryTest, TargetChangesRetryEveryFailedSource) {
     SourceCaptures captures(backend, cameras, hub, CaptureQuality::forOrdinal(0));
     const Source missing = screenSource(73);
-    captures.latestPicture(missing);
-    ASSERT_TRUE(test::waitUntil([&] { return captures.latestPicture(missing).state == SourcePicture::State::failed; }));
+    captures.latestFrame(missing);
+    ASSERT_TRUE(test::waitUntil([&] { return captures.latestFrame(missing).state == SourceFrame::State::failed; }));
     backend.displayList.push_back({73, 960, 1080, "Display 73", QRect(960, 0, 960, 1080)});
     captures.retryFailedNow();
-    EXPECT_TRUE(test::waitUntil([&] { return captures.latestPicture(missing).state == SourcePicture::State::frame; },
+    EXPECT_TRUE(test::waitUntil([&] { return captures.latestFrame(missing).state == SourceFrame::State::frame; },
                                 800))
         << "well before the one-second retry";
 }
@@ -219,10 +219,10 @@ TEST_F(CaptureRecoveryTest, AMissingCameraShowsItsFailure) {
     Source camera;
     camera.type = SourceType::camera;
     camera.configuration.cameraDeviceId = "/dev/video99";
-    SourcePicture picture;
+    SourceFrame picture;
     ASSERT_TRUE(test::waitUntil([&] {
-        picture = captures.latestPicture(camera);
-        return picture.state == SourcePicture::State::failed;
+        picture = captures.latestFrame(camera);
+        return picture.state == SourceFrame::State::failed;
     }));
     EXPECT_EQ(picture.message, "No camera device found");
     // Tried again later, quietly.
@@ -237,14 +237,14 @@ TEST_F(CaptureRecoveryTest, ACameraStreamThatEndsFailsAndIsOpenedAgain) {
     Source camera;
     camera.type = SourceType::camera;
     camera.configuration.cameraDeviceId = "lavfi:short";
-    ASSERT_TRUE(test::waitUntil([&] { return captures.latestPicture(camera).state == SourcePicture::State::frame; }));
-    SourcePicture picture;
+    ASSERT_TRUE(test::waitUntil([&] { return captures.latestFrame(camera).state == SourceFrame::State::frame; }));
+    SourceFrame picture;
     ASSERT_TRUE(test::waitUntil([&] {
-        picture = captures.latestPicture(camera);
-        return picture.state == SourcePicture::State::failed;
+        picture = captures.latestFrame(camera);
+        return picture.state == SourceFrame::State::failed;
     }, int((1s + SharedCapture::kGiveUpAfter + 3s).count())));
     EXPECT_TRUE(picture.message.startsWith("Error setting up camera: ")) << picture.message.toStdString();
-    ASSERT_TRUE(test::waitUntil([&] { return captures.latestPicture(camera).state == SourcePicture::State::frame; },
+    ASSERT_TRUE(test::waitUntil([&] { return captures.latestFrame(camera).state == SourceFrame::State::frame; },
                                 4000))
         << "opened again after the one-second wait";
     const std::string text = log.text();

@@ -25,11 +25,11 @@ protected:
         return s;
     }
 
-    SourcePicture pictureWhenReady(SourceCaptures& captures, const Source& source) {
-        SourcePicture picture;
+    SourceFrame pictureWhenReady(SourceCaptures& captures, const Source& source) {
+        SourceFrame picture;
         test::waitUntil([&] {
-            picture = captures.latestPicture(source);
-            return picture.state != SourcePicture::State::starting && picture.state != SourcePicture::State::idle;
+            picture = captures.latestFrame(source);
+            return picture.state != SourceFrame::State::starting && picture.state != SourceFrame::State::idle;
         });
         return picture;
     }
@@ -43,36 +43,36 @@ TEST_F(SourceCapturesTest, EachKindOfSourceGivesItsPicture) {
     SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(0));
     screens.openDelayMs = 200;
     const Source screen = make(SourceType::screen);
-    EXPECT_EQ(captures.latestPicture(screen).state, SourcePicture::State::starting);
-    const SourcePicture shown = pictureWhenReady(captures, screen);
-    EXPECT_EQ(shown.state, SourcePicture::State::frame);
+    EXPECT_EQ(captures.latestFrame(screen).state, SourceFrame::State::starting);
+    const SourceFrame shown = pictureWhenReady(captures, screen);
+    EXPECT_EQ(shown.state, SourceFrame::State::frame);
     EXPECT_EQ(shown.image.size(), QSize(960, 540));
 
     Source stale = make(SourceType::screen);
     stale.configuration.screenId = 4242;
-    const SourcePicture failed = pictureWhenReady(captures, stale);
-    EXPECT_EQ(failed.state, SourcePicture::State::failed);
+    const SourceFrame failed = pictureWhenReady(captures, stale);
+    EXPECT_EQ(failed.state, SourceFrame::State::failed);
     EXPECT_EQ(failed.message, "Capture error: No display found");
 
     const Source camera = make(SourceType::camera);
-    const SourcePicture live = pictureWhenReady(captures, camera);
-    EXPECT_EQ(live.state, SourcePicture::State::frame);
+    const SourceFrame live = pictureWhenReady(captures, camera);
+    EXPECT_EQ(live.state, SourceFrame::State::frame);
     EXPECT_EQ(live.image.size(), QSize(640, 480));
 
     Source missingCamera = make(SourceType::camera);
     missingCamera.configuration.cameraDeviceId = "/dev/video9";
-    const SourcePicture gone = pictureWhenReady(captures, missingCamera);  // said on its black box
-    EXPECT_EQ(gone.state, SourcePicture::State::failed);
+    const SourceFrame gone = pictureWhenReady(captures, missingCamera);  // said on its black box
+    EXPECT_EQ(gone.state, SourceFrame::State::failed);
     EXPECT_EQ(gone.message, "No camera device found");
-    EXPECT_EQ(captures.latestPicture(make(SourceType::content)).state, SourcePicture::State::idle);
+    EXPECT_EQ(captures.latestFrame(make(SourceType::content)).state, SourceFrame::State::idle);
 }
 
 TEST_F(SourceCapturesTest, SourcesOfOneDisplayShareACaptureUntilDropped) {
     SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(1));
     Source first = make(SourceType::screen), second = make(SourceType::screen);
     first.configuration.screenId = second.configuration.screenId = 71;
-    EXPECT_EQ(pictureWhenReady(captures, first).state, SourcePicture::State::frame);
-    EXPECT_EQ(pictureWhenReady(captures, second).state, SourcePicture::State::frame);
+    EXPECT_EQ(pictureWhenReady(captures, first).state, SourceFrame::State::frame);
+    EXPECT_EQ(pictureWhenReady(captures, second).state, SourceFrame::State::frame);
     EXPECT_EQ(screens.openStreamCount(), 1);
     EXPECT_EQ(captures.activeCount(), 2);
 
@@ -88,7 +88,7 @@ TEST_F(SourceCapturesTest, QualityChangeRestartsAtTheNewSize) {
     const Source screen = make(SourceType::screen);
     EXPECT_EQ(pictureWhenReady(captures, screen).image.size(), QSize(960, 540));
     captures.setQuality(CaptureQuality::forOrdinal(2));
-    EXPECT_TRUE(test::waitUntil([&] { return captures.latestPicture(screen).image.size() == QSize(1920, 1080); }));
+    EXPECT_TRUE(test::waitUntil([&] { return captures.latestFrame(screen).image.size() == QSize(1920, 1080); }));
     EXPECT_EQ(screens.openStreamCount(), 1);
     EXPECT_EQ(screens.opened(), 2);
 }
@@ -98,9 +98,9 @@ TEST_F(SourceCapturesTest, AChangedTargetRestartsTheSourcesCapture) {
     SourceCaptures captures(screens, cameras, hub, CaptureQuality::forOrdinal(0));
     Source screen = make(SourceType::screen);
     screen.configuration.screenId = 71;
-    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourcePicture::State::frame);
+    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourceFrame::State::frame);
     screen.configuration.screenId = 72;
-    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourcePicture::State::frame);
+    EXPECT_EQ(pictureWhenReady(captures, screen).state, SourceFrame::State::frame);
     EXPECT_EQ(screens.opened(), 2);
     EXPECT_EQ(screens.openStreamCount(), 1);
 }
@@ -127,7 +127,7 @@ TEST_F(SourceCapturesTest, ChoosingAnotherCameraRebuildsTheSourcesCapture) {
     camera.configuration.cameraDeviceId = "lavfi:red";
     const QRect whole(0, 0, 320, 240);
     ASSERT_TRUE(test::waitUntil([&] {
-        const QImage image = captures.latestPicture(camera).image;
+        const QImage image = captures.latestFrame(camera).image;
         return !image.isNull() && test::pixelsUnlike(image, whole, Qt::red, 6) == 0;
     }));
     EXPECT_EQ(counting.opened, 1);
@@ -137,7 +137,7 @@ TEST_F(SourceCapturesTest, ChoosingAnotherCameraRebuildsTheSourcesCapture) {
     // The same source, now pointed at the other camera.
     camera.configuration.cameraDeviceId = "lavfi:blue";
     ASSERT_TRUE(test::waitUntil([&] {
-        const QImage image = captures.latestPicture(camera).image;
+        const QImage image = captures.latestFrame(camera).image;
         return !image.isNull() && test::pixelsUnlike(image, whole, Qt::blue, 6) == 0;
     }));
     EXPECT_EQ(counting.opened, 2);
@@ -147,7 +147,7 @@ TEST_F(SourceCapturesTest, ChoosingAnotherCameraRebuildsTheSourcesCapture) {
     EXPECT_EQ(captures.activeCount(), 1);
 
     // Asking again with the same choice keeps the running capture.
-    captures.latestPicture(camera);
+    captures.latestFrame(camera);
     EXPECT_EQ(counting.opened, 2);
 }
 

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <cstdio>
 
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 #include "composition/SceneRenderer.h"
 #include "composition/TestFrameSource.h"
 #include "composition/TransitionPlayer.h"

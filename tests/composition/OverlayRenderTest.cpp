@@ -9,12 +9,12 @@
 #include "RenderProbe.h"
 #include "SceneFixtures.h"
 #include "composition/DrawingOverlay.h"
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 #include "composition/ProgressBarGeometry.h"
 #include "composition/ProgressBarPainter.h"
 #include "composition/SceneRenderer.h"
-#include "composition/SymbolGlyphs.h"
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolGlyphs.h"
+#include "paint/SymbolPainter.h"
 
 namespace orvane {
 namespace overlay_render_test {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "ChannelDifference.h"
-#include "composition/PixelBlend.h"
+#include "paint/PixelBlend.h"
 #include "composition/RowResampler.h"
 
 namespace orvane {

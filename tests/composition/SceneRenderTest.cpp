@@ -5,7 +5,7 @@
 
 #include "RenderProbe.h"
 #include "SceneFixtures.h"
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 #include "composition/SceneLayoutHelper.h"
 #include "composition/SceneRenderer.h"
 #include "composition/SourceFrameGeometry.h"

@@ -66,7 +66,7 @@ TEST(VanishingWindowRecordingTest, AClosedWindowOnProgramFailsVisiblyAndTheRecor
     scene.sources = {shown};
     harness.session().setProgramScene(scene);
     ASSERT_TRUE(RecordingHarness::waitFor(
-        [&] { return captures.latestPicture(shown).state == SourcePicture::State::frame; }, 10000))
+        [&] { return captures.latestFrame(shown).state == SourceFrame::State::frame; }, 10000))
         << "the window is captured before the recording starts";
 
     RecordingManager& recorder = harness.recorder();
@@ -74,20 +74,20 @@ TEST(VanishingWindowRecordingTest, AClosedWindowOnProgramFailsVisiblyAndTheRecor
     recorder.setVideoQuality(VideoQuality::low);
     recorder.setOutputFormat(OutputFormat::mp4);
     test::StdoutCapture log;
-    SourcePicture whenClosed;
+    SourceFrame whenClosed;
     const RecordingStatus status = harness.record(6.0, [&] {
         QTest::qWait(1500);
         client.destroyWindow(window);
         RecordingHarness::waitFor(
             [&] {
-                whenClosed = captures.latestPicture(shown);
-                return whenClosed.state == SourcePicture::State::failed;
+                whenClosed = captures.latestFrame(shown);
+                return whenClosed.state == SourceFrame::State::failed;
             },
             int(SharedCapture::kGiveUpAfter.count()) + 2500);
     });
     const std::string text = log.text();
     ASSERT_EQ(status, RecordingStatus::completed) << text;
-    EXPECT_EQ(whenClosed.state, SourcePicture::State::failed) << "the program shows that the window is gone";
+    EXPECT_EQ(whenClosed.state, SourceFrame::State::failed) << "the program shows that the window is gone";
     EXPECT_TRUE(whenClosed.message.startsWith("Capture error: ")) << whenClosed.message.toStdString();
 
     const QString file = recorder.outputURL()->toLocalFile();

@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QPainter>
 
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 #include "slides/MarkdownContentView.h"
 #include "slides/MarkdownRenderer.h"
 #include "slides/MarkdownTextView.h"

@@ -16,7 +16,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "composition/ColorConvert.h"
+#include "paint/ColorConvert.h"
 #include "document/Log.h"
 #include "slides/SlideImageLoader.h"
 #include "slides/editor/MarkdownToolbarView.h"

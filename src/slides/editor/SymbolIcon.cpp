@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QPixmap>
 
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 
 namespace orvane {
 

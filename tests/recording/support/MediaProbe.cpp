@@ -1,7 +1,9 @@
 #include "support/MediaProbe.h"
 
 #include <QJsonDocument>
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <cstring>
@@ -74,6 +76,28 @@ QImage MediaProbe::videoFrame(const QString& file, double seconds, QSize size) {
         std::memcpy(image.scanLine(y), out.constData() + static_cast<qsizetype>(y) * size.width() * 3,
                     static_cast<std::size_t>(size.width()) * 3);
     return image;
+}
+
+std::vector<MediaProbe::FrameChange> MediaProbe::videoFrameChanges(const QString& file, QString* error) {
+    // The movie source takes a file name inside a filter graph, where
+    // spaces and colons would need escaping: it reads a plain-named link.
+    QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("movie.mp4"));
+    if (!folder.isValid() || !QFile::link(file, link)) {
+        if (error) *error = QStringLiteral("no link to ") + file;
+        return {};
+    }
+    const QByteArray out = run(QStringLiteral("ffprobe"),
+                               {"-v", "error", "-f", "lavfi", "-i", QStringLiteral("movie=%1,signalstats").arg(link),
+                                "-show_entries", "frame=pts_time:frame_tags=lavfi.signalstats.YDIF", "-of", "csv=p=0"},
+                               error);
+    std::vector<FrameChange> changes;
+    for (const QByteArray& line : out.split('\n')) {
+        const QList<QByteArray> fields = line.trimmed().split(',');
+        if (fields.size() < 2) continue;
+        changes.push_back({fields[0].toDouble(), fields[1].toDouble()});
+    }
+    return changes;
 }
 
 double MediaProbe::toneShare(const std::vector<float>& samples, double frequency_hz, double sampleRate_hz) {

@@ -24,6 +24,14 @@ public:
     static std::vector<float> audioSamples(const QString& file, int audioTrack);
     // The video frame shown at `seconds`, as RGB.
     static QImage videoFrame(const QString& file, double seconds, QSize size);
+    // Each video frame's time and how much it differs from the frame before
+    // (ffprobe's signalstats YDIF: the mean absolute difference of the grey
+    // levels, 0 to 255; 0 for the first frame). Empty when ffprobe fails.
+    struct FrameChange {
+        double seconds = 0;
+        double difference = 0;
+    };
+    static std::vector<FrameChange> videoFrameChanges(const QString& file, QString* error = nullptr);
     // Share of a signal's power at one frequency (Goertzel over the whole
     // signal): about 1 for a pure tone at that frequency, about 0 elsewhere.
     static double toneShare(const std::vector<float>& samples, double frequency_hz, double sampleRate_hz);

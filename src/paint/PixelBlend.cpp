@@ -1,4 +1,4 @@
-#include "composition/PixelBlend.h"
+#include "paint/PixelBlend.h"
 
 #include <algorithm>
 

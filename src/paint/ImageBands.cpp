@@ -1,4 +1,4 @@
-#include "composition/ImageBands.h"
+#include "paint/ImageBands.h"
 
 #include <QPainter>
 #include <QTransform>
@@ -6,8 +6,8 @@
 #include <cmath>
 #include <optional>
 
-#include "composition/PixelBlend.h"
-#include "composition/PlainImageTarget.h"
+#include "paint/PixelBlend.h"
+#include "paint/PlainImageTarget.h"
 
 namespace orvane {
 

@@ -1,11 +1,11 @@
-#include "composition/SymbolPainter.h"
+#include "paint/SymbolPainter.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 
-#include "composition/SymbolGlyphs.h"
+#include "paint/SymbolGlyphs.h"
 
 namespace orvane {
 

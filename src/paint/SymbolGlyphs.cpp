@@ -1,4 +1,4 @@
-#include "composition/SymbolGlyphs.h"
+#include "paint/SymbolGlyphs.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "composition/PixelFont.h"
+#include "paint/PixelFont.h"
 
 #include <QImage>
 #include <QPaintDevice>

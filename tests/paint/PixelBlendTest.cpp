@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "ChannelDifference.h"
-#include "composition/ImageBands.h"
-#include "composition/PixelBlend.h"
+#include "paint/ImageBands.h"
+#include "paint/PixelBlend.h"
 
 namespace orvane {
 namespace pixel_blend_test {

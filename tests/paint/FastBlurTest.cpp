@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "composition/FastBlur.h"
+#include "paint/FastBlur.h"
 
 namespace orvane {
 namespace fast_blur_test {

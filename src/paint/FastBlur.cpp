@@ -1,4 +1,4 @@
-#include "composition/FastBlur.h"
+#include "paint/FastBlur.h"
 
 #include <algorithm>
 #include <array>

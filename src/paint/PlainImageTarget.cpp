@@ -1,4 +1,4 @@
-#include "composition/PlainImageTarget.h"
+#include "paint/PlainImageTarget.h"
 
 #include <QImage>
 #include <QPaintEngine>

@@ -1,11 +1,11 @@
-#include "composition/SoftShadow.h"
+#include "paint/SoftShadow.h"
 
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
 
-#include "composition/FastBlur.h"
-#include "composition/ImageBands.h"
+#include "paint/FastBlur.h"
+#include "paint/ImageBands.h"
 
 namespace orvane {
 

@@ -27,7 +27,7 @@
 #include "teleprompter/TeleprompterManager.h"
 
 namespace orvane {
-namespace {
+namespace console_root_test {
 
 void ensureApplication() {
     if (qApp) return;
@@ -98,8 +98,8 @@ TEST_F(RootFixture, CapturesRunOnlyForTheScenesOnScreen) {
     session.updateScene(scene);  // preview and program share the scene's id until the first go-live
 
     // A view asks for both pictures; each gets a capture.
-    root->captures().latestPicture(shown);
-    root->captures().latestPicture(gone);
+    root->captures().latestFrame(shown);
+    root->captures().latestFrame(gone);
     EXPECT_EQ(root->captures().activeCount(), 2);
 
     // The next change of the scene on screen lets go of the one nothing shows.

@@ -8,7 +8,7 @@
 #include "engine/DrawingState.h"
 
 namespace orvane {
-namespace {
+namespace drawing_state_test {
 
 FreehandPath pathThrough(std::vector<Point> points) {
     FreehandPath path;

@@ -9,7 +9,7 @@
 #include "engine/PointerState.h"
 
 namespace orvane {
-namespace {
+namespace pointer_state_test {
 
 TEST(PointerState, StartsWithTheCursorShownAndNothingTracked) {
     const QDateTime before = QDateTime::currentDateTimeUtc();

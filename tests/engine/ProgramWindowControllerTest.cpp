@@ -16,7 +16,7 @@
 #include "support/LogCapture.h"
 
 namespace orvane {
-namespace {
+namespace program_window_controller_test {
 
 using test::FakeProgramWindow;
 using test::FakeWindowLayer;

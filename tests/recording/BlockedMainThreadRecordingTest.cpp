@@ -17,7 +17,7 @@
 #include "support/RecordingHarness.h"
 
 namespace orvane {
-namespace {
+namespace blocked_main_thread_recording_test {
 
 using test::MediaProbe;
 using test::NoDisplays;

@@ -22,17 +22,25 @@ namespace program_frame_relay_test {
 
 using test::NoDisplays;
 
-TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
+// A session on a private store, captures without a display server and with
+// test cameras, and the table the recorder reads.
+struct RelayFixture {
     QTemporaryDir home;
-    PresetStorage storage(std::filesystem::path(home.path().toStdString()) / "data");
-    StreamManager session(storage, std::make_unique<QSettings>(home.path() + "/settings.ini", QSettings::IniFormat));
+    PresetStorage storage{std::filesystem::path(home.path().toStdString()) / "data"};
+    StreamManager session{storage, std::make_unique<QSettings>(home.path() + "/settings.ini", QSettings::IniFormat)};
     NoDisplays screens;
     LavfiCameraBackend cameras;
     CaptureHub hub;
-    SourceCaptures captures(screens, cameras, hub, CaptureQuality{});
-    auto table = std::make_shared<LiveFrameTable>();
+    SourceCaptures captures{screens, cameras, hub, CaptureQuality{}};
+    std::shared_ptr<LiveFrameTable> table = std::make_shared<LiveFrameTable>();
+};
+
+TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
+    RelayFixture f;
+    StreamManager& session = f.session;
+    auto& table = f.table;
     session.setProgramScene(std::nullopt);
-    ProgramFrameRelay relay(session, captures, table);
+    ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
     Source camera;
@@ -60,15 +68,10 @@ TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
 // A running capture is read by the table itself: new pictures arrive while
 // the main thread turns no event loop at all.
 TEST(ProgramFrameRelayTest, NewPicturesArriveWithoutTheMainThread) {
-    QTemporaryDir home;
-    PresetStorage storage(std::filesystem::path(home.path().toStdString()) / "data");
-    StreamManager session(storage, std::make_unique<QSettings>(home.path() + "/settings.ini", QSettings::IniFormat));
-    NoDisplays screens;
-    LavfiCameraBackend cameras;
-    CaptureHub hub;
-    SourceCaptures captures(screens, cameras, hub, CaptureQuality{});
-    auto table = std::make_shared<LiveFrameTable>();
-    ProgramFrameRelay relay(session, captures, table);
+    RelayFixture f;
+    StreamManager& session = f.session;
+    auto& table = f.table;
+    ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
     Source camera;
@@ -93,15 +96,10 @@ TEST(ProgramFrameRelayTest, NewPicturesArriveWithoutTheMainThread) {
 // A source whose capture fails shows its failure in the table: a camera
 // that is not there, a screen on a machine without a display server.
 TEST(ProgramFrameRelayTest, AFailedCaptureShowsItsFailure) {
-    QTemporaryDir home;
-    PresetStorage storage(std::filesystem::path(home.path().toStdString()) / "data");
-    StreamManager session(storage, std::make_unique<QSettings>(home.path() + "/settings.ini", QSettings::IniFormat));
-    NoDisplays screens;
-    LavfiCameraBackend cameras;
-    CaptureHub hub;
-    SourceCaptures captures(screens, cameras, hub, CaptureQuality{});
-    auto table = std::make_shared<LiveFrameTable>();
-    ProgramFrameRelay relay(session, captures, table);
+    RelayFixture f;
+    StreamManager& session = f.session;
+    auto& table = f.table;
+    ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
     Source missing;

@@ -35,6 +35,13 @@ struct RelayFixture {
     std::shared_ptr<LiveFrameTable> table = std::make_shared<LiveFrameTable>();
 };
 
+Source cameraOn(const char* device) {
+    Source camera;
+    camera.type = SourceType::camera;
+    camera.configuration.cameraDeviceId = device;
+    return camera;
+}
+
 TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
     RelayFixture f;
     StreamManager& session = f.session;
@@ -43,9 +50,7 @@ TEST(ProgramFrameRelayTest, TheTableFollowsTheProgramScenesCaptures) {
     ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
-    Source camera;
-    camera.type = SourceType::camera;
-    camera.configuration.cameraDeviceId = "lavfi:smptebars";
+    const Source camera = cameraOn("lavfi:smptebars");
     Source content;
     content.type = SourceType::content;
     scene.sources = {camera, content};
@@ -74,9 +79,7 @@ TEST(ProgramFrameRelayTest, NewPicturesArriveWithoutTheMainThread) {
     ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
-    Source camera;
-    camera.type = SourceType::camera;
-    camera.configuration.cameraDeviceId = "lavfi:smptebars";
+    const Source camera = cameraOn("lavfi:smptebars");
     scene.sources = {camera};
     session.setProgramScene(scene);
     ASSERT_TRUE(QTest::qWaitFor([&] { return table->latestFrame(camera).state == SourceFrame::State::frame; }, 10000));
@@ -102,9 +105,7 @@ TEST(ProgramFrameRelayTest, AFailedCaptureShowsItsFailure) {
     ProgramFrameRelay relay(session, f.captures, table);
 
     StreamingScene scene;
-    Source missing;
-    missing.type = SourceType::camera;
-    missing.configuration.cameraDeviceId = "lavfi:unplugged";
+    const Source missing = cameraOn("lavfi:unplugged");
     Source screen;
     screen.type = SourceType::screen;
     screen.configuration.screenId = 7;

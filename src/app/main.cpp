@@ -6,8 +6,8 @@
 
 #include "ConsoleRoot.h"
 #include "LibraryLog.h"
-#include "console/ContentView.h"
-#include "console/Theme.h"
+#include "console/controls/Theme.h"
+#include "console/main_window/ContentView.h"
 
 // Starts the application: the log, Qt, the composition root and the window.
 int main(int argc, char* argv[]) {

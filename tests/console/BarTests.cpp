@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/BottomBarView.h"
-#include "console/SymbolButton.h"
-#include "console/TopBarView.h"
+#include "console/bars/BottomBarView.h"
+#include "console/bars/TopBarView.h"
+#include "console/controls/SymbolButton.h"
 #include "document/PresetTemplates.h"
 #include "remote/WebServerManager.h"
 #include "teleprompter/TeleprompterManager.h"

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/ContentView.h"
+#include "console/main_window/ContentView.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-#include "console/Theme.h"
+#include "console/controls/Theme.h"
 
 namespace orvane::test {
 

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "console/WindowManager.h"
+#include "console/bars/WindowManager.h"
 #include "document/PresetStorage.h"
 #include "engine/StreamManager.h"
 

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/ContentView.h"
-#include "console/OnboardingView.h"
-#include "console/PermissionsManagementView.h"
-#include "console/PermissionsManager.h"
+#include "console/main_window/ContentView.h"
+#include "console/onboarding/OnboardingView.h"
+#include "console/onboarding/PermissionsManagementView.h"
+#include "console/onboarding/PermissionsManager.h"
 
 namespace orvane {
 namespace onboarding_restart_tests {

@@ -6,11 +6,11 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/PresetTabView.h"
-#include "console/RightSidebarView.h"
-#include "console/SceneTransitionsSection.h"
-#include "console/SegmentedButton.h"
-#include "console/ToggleSwitch.h"
+#include "console/controls/SegmentedButton.h"
+#include "console/controls/ToggleSwitch.h"
+#include "console/sidebar/PresetTabView.h"
+#include "console/sidebar/RightSidebarView.h"
+#include "console/sidebar/SceneTransitionsSection.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

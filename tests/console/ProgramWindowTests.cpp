@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/CenterContentView.h"
-#include "console/ConsoleWindowLayer.h"
-#include "console/DrawingOverlayWidget.h"
-#include "console/ProgramOutputWindow.h"
-#include "console/StreamPreviewView.h"
-#include "console/VirtualCameraOutputView.h"
+#include "console/program_window/ConsoleWindowLayer.h"
+#include "console/program_window/ProgramOutputWindow.h"
+#include "console/program_window/VirtualCameraOutputView.h"
+#include "console/stages/CenterContentView.h"
+#include "console/stages/DrawingOverlayWidget.h"
+#include "console/stages/StreamPreviewView.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/QrCodeView.h"
-#include "console/RemoteTabView.h"
-#include "console/RightSidebarView.h"
-#include "console/SymbolButton.h"
-#include "console/ToggleSwitch.h"
+#include "console/controls/SymbolButton.h"
+#include "console/controls/ToggleSwitch.h"
+#include "console/sheets/QrCodeView.h"
+#include "console/sidebar/RemoteTabView.h"
+#include "console/sidebar/RightSidebarView.h"
 #include "remote/WebServerManager.h"
 
 namespace orvane {

@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/LeftSidebarView.h"
-#include "console/PresetCard.h"
-#include "console/PresetSelectionView.h"
-#include "console/SceneItemView.h"
+#include "console/presets/PresetCard.h"
+#include "console/presets/PresetSelectionView.h"
+#include "console/scene_list/LeftSidebarView.h"
+#include "console/scene_list/SceneItemView.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

@@ -9,12 +9,12 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/AddSceneView.h"
-#include "console/ContentView.h"
-#include "console/MainStreamingView.h"
-#include "console/PresetCard.h"
-#include "console/PresetSelectionView.h"
-#include "console/WindowManager.h"
+#include "console/bars/WindowManager.h"
+#include "console/main_window/ContentView.h"
+#include "console/main_window/MainStreamingView.h"
+#include "console/presets/PresetCard.h"
+#include "console/presets/PresetSelectionView.h"
+#include "console/sheets/AddSceneView.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

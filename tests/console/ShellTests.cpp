@@ -6,15 +6,15 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/AddSceneView.h"
-#include "console/CenterContentView.h"
-#include "console/ContentView.h"
-#include "console/CreatePresetView.h"
-#include "console/MainStreamingView.h"
-#include "console/PresetSelectionView.h"
-#include "console/ProgramHeader.h"
-#include "console/StreamPreviewView.h"
-#include "console/TemplateCard.h"
+#include "console/main_window/ContentView.h"
+#include "console/main_window/MainStreamingView.h"
+#include "console/presets/PresetSelectionView.h"
+#include "console/sheets/AddSceneView.h"
+#include "console/sheets/CreatePresetView.h"
+#include "console/sheets/TemplateCard.h"
+#include "console/stages/CenterContentView.h"
+#include "console/stages/ProgramHeader.h"
+#include "console/stages/StreamPreviewView.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {

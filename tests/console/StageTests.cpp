@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/CenterContentView.h"
-#include "console/ConsoleWindowLayer.h"
-#include "console/ProgramHeader.h"
-#include "console/StreamPreviewView.h"
-#include "console/SymbolButton.h"
-#include "console/UpdateLiveButton.h"
+#include "console/controls/SymbolButton.h"
+#include "console/program_window/ConsoleWindowLayer.h"
+#include "console/stages/CenterContentView.h"
+#include "console/stages/ProgramHeader.h"
+#include "console/stages/StreamPreviewView.h"
+#include "console/stages/UpdateLiveButton.h"
 #include "document/PresetTemplates.h"
 
 namespace orvane {
@@ -86,8 +86,8 @@ TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {
 }  // namespace orvane
 
 #include "composition/TestFrameSource.h"
-#include "console/CompositionSurface.h"
-#include "console/WindowManager.h"
+#include "console/bars/WindowManager.h"
+#include "console/stages/CompositionSurface.h"
 #include "document/SourceFactory.h"
 
 namespace orvane {

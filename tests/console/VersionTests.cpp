@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
-#include "console/VersionInfo.h"
-#include "console/VersionManager.h"
+#include "console/version/VersionInfo.h"
+#include "console/version/VersionManager.h"
 
 namespace orvane {
 namespace version_tests {

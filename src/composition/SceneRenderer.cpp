@@ -198,10 +198,33 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
         painter.translate(centre);
         painter.scale(zoom, zoom);
         painter.translate(-centre);
-        for (const Source& s : scene.sources) {
+        // Sources without a picture above the last one with a picture would
+        // all centre their state in the same box; they share it in bands.
+        const auto showsPicture = [&](const Source& s) {
+            return frameOf(s).state == SourceFrame::State::frame && !frameOf(s).image.isNull();
+        };
+        std::size_t firstUncovered = 0;
+        for (std::size_t i = 0; i < scene.sources.size(); ++i) {
+            const Source& s = scene.sources[i];
+            if ((s.type == SourceType::screen || s.type == SourceType::window) && showsPicture(s))
+                firstUncovered = i + 1;
+        }
+        int stateCount = 0;
+        for (std::size_t i = firstUncovered; i < scene.sources.size(); ++i)
+            if (scene.sources[i].type == SourceType::screen || scene.sources[i].type == SourceType::window)
+                ++stateCount;
+        int stateIndex = 0;
+        for (std::size_t i = 0; i < scene.sources.size(); ++i) {
+            const Source& s = scene.sources[i];
             if (s.type != SourceType::screen && s.type != SourceType::window) continue;
-            screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius,
-                                 bakedShadow && &s == lowest, now);
+            if (i >= firstUncovered && stateCount > 1) {
+                StatusPainter::paintCaptureState(
+                    painter, StatusPainter::stackedSlot(*frames.contentFrame, stateIndex++, stateCount), frameOf(s),
+                    s.type, now);
+            } else {
+                screens_[s.id].paint(painter, *frames.contentFrame, s, frameOf(s), blurRadius,
+                                     bakedShadow && &s == lowest, now);
+            }
             if (frameOf(s).state == SourceFrame::State::starting) spinning = true;
         }
         painter.restore();

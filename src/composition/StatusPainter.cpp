@@ -26,6 +26,12 @@ const char* StatusPainter::symbolForSourceType(SourceType type) {
     return "doc.fill";
 }
 
+QRectF StatusPainter::stackedSlot(QRectF box, int index, int count) {
+    if (count <= 1 || index < 0 || index >= count) return box;
+    const double band = box.height() / count;
+    return QRectF(box.left(), box.top() + band * index, box.width(), band);
+}
+
 void StatusPainter::paintColumn(QPainter& painter, QRectF box, std::string_view symbol, double symbolSize,
                                 const QColor& symbolColor, double spacing, std::initializer_list<Line> lines) {
     struct Laid {

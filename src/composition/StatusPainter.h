@@ -22,6 +22,12 @@ public:
     static void paintCaptureState(QPainter& painter, QRectF box, const SourceFrame& frame, SourceType type,
                                   double now = 0);
 
+    // Where the `index`th of `count` states goes when several stacked
+    // sources have no picture at once: one band each, top to bottom, so that
+    // their messages sit one above the other instead of on top of each other.
+    // One state keeps the whole box.
+    static QRectF stackedSlot(QRectF box, int index, int count);
+
     // Spokes of the progress ring per second.
     static constexpr double kSpinnerSteps = 8;
 

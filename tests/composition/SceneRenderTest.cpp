@@ -9,6 +9,7 @@
 #include "composition/SceneLayoutHelper.h"
 #include "composition/SceneRenderer.h"
 #include "composition/SourceFrameGeometry.h"
+#include "composition/StatusPainter.h"
 #include "composition/TestFrameSource.h"
 #include "slides/SlidesRenderer.h"
 
@@ -313,6 +314,60 @@ TEST(ScreenLayer, MissingFrameShowsTheCaptureState) {
     const QImage starting = f.render();
     EXPECT_EQ(countNear(starting, QColor(255, 149, 0)), 0);
     EXPECT_GT(countNear(starting, Qt::white), 50);
+}
+
+// Rows of the image holding the orange warning symbol, grouped into runs of
+// consecutive rows: one run per symbol drawn.
+std::vector<std::pair<int, int>> orangeRuns(const QImage& image) {
+    std::vector<std::pair<int, int>> runs;
+    for (int y = 0; y < image.height(); ++y) {
+        bool orange = false;
+        for (int x = 0; x < image.width() && !orange; ++x) orange = near(image.pixelColor(x, y), QColor(255, 149, 0), 40);
+        if (!orange) continue;
+        if (!runs.empty() && runs.back().second == y - 1)
+            runs.back().second = y;
+        else
+            runs.emplace_back(y, y);
+    }
+    return runs;
+}
+
+TEST(ScreenLayer, TwoFailedSourcesShowTheirMessagesOneAboveTheOther) {
+    Fixture f;
+    f.scene = test::solidScene(Qt::black);
+    f.scene.brandingEnabled = f.scene.progressBarEnabled = false;
+    const Uuid screen = f.add(SourceType::screen).id;
+    const Uuid window = f.add(SourceType::window).id;
+    f.frames.setState(screen, SourceFrame::failure("Capture error: No display found"));
+    const auto alone = orangeRuns(f.render());
+    ASSERT_EQ(alone.size(), 1u);  // the window is idle: no warning
+    f.frames.setState(window, SourceFrame::failure("Capture error: Window not found"));
+    const QImage both = f.render();
+    test::keep(both, "two-capture-failures");
+    const auto runs = orangeRuns(both);
+    ASSERT_EQ(runs.size(), 2u) << "the two warnings share rows";
+    // The screen's, first in the scene, above the window's, each in its own
+    // half of the picture.
+    EXPECT_LT(runs[0].second, kSize.height() / 2);
+    EXPECT_GT(runs[1].first, kSize.height() / 2);
+}
+
+TEST(ScreenLayer, AFailedSourceUnderAPictureStaysUnderIt) {
+    Fixture f;
+    f.scene = test::solidScene(Qt::black);
+    f.scene.brandingEnabled = f.scene.progressBarEnabled = false;
+    const Uuid screen = f.add(SourceType::screen).id;
+    f.add(SourceType::window, QColor(0, 0, 160));
+    f.frames.setState(screen, SourceFrame::failure("Capture error: No display found"));
+    EXPECT_TRUE(orangeRuns(f.render()).empty());
+}
+
+TEST(StatusSlots, OneStateKeepsTheBoxAndSeveralShareItInBands) {
+    const QRectF box(10, 20, 300, 90);
+    EXPECT_EQ(StatusPainter::stackedSlot(box, 0, 1), box);
+    EXPECT_EQ(StatusPainter::stackedSlot(box, 0, 3), QRectF(10, 20, 300, 30));
+    EXPECT_EQ(StatusPainter::stackedSlot(box, 2, 3), QRectF(10, 80, 300, 30));
+    EXPECT_EQ(StatusPainter::stackedSlot(box, 3, 3), box);  // out of range: the whole box
 }
 
 TEST(CinematicZoom, ScreenGroupGrowsAboutTheCentreAndContentDoesNot) {

@@ -31,9 +31,10 @@ warnings.filterwarnings("ignore", category=DeprecationWarning)
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, HERE)
+sys.path.insert(0, os.path.join(HERE, "..", "support"))
 
 import monkey_data  # noqa: E402
-from monkey_servers import Servers  # noqa: E402
+from private_servers import Servers  # noqa: E402
 
 DATA_TEMPLATE = os.path.join(HERE, "..", "data", "full_preset.json")
 

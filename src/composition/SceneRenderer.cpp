@@ -47,6 +47,11 @@ void SceneRenderer::noteSources(const StreamingScene& scene, const SceneRenderIn
     if (inputs.progressBar) drawn_->progress = *inputs.progressBar;
 }
 
+void SceneRenderer::freezeFrames() {
+    framesFrozen_ = true;
+    if (leaving_) leaving_->renderer->freezeFrames();
+}
+
 void SceneRenderer::paintLeaving(QPainter& painter, QSizeF canvas, const SceneRenderInputs& in, double now) {
     if (!leaving_) return;
     const double t = (now - leaving_->at) / kSourceEase;
@@ -87,7 +92,12 @@ void SceneRenderer::sync(const StreamingScene& scene, const SceneRenderInputs& i
         reach_.clear();
         // A rebuilt composition starts its zoom from 1.0.
         zoom_ = CinematicZoom{};
-        // Capture views outlive a rebuild only while their source stays.
+        // Capture views and remembered frames outlive a rebuild only while
+        // their source stays.
+        std::erase_if(lastFrames_, [&](const auto& item) {
+            return std::none_of(scene.sources.begin(), scene.sources.end(),
+                                [&](const Source& s) { return s.id == item.first; });
+        });
         for (auto it = screens_.begin(); it != screens_.end();) {
             const bool kept = std::any_of(scene.sources.begin(), scene.sources.end(),
                                           [&](const Source& s) { return s.id == it->first; });
@@ -148,9 +158,17 @@ void SceneRenderer::render(QPainter& painter, QSizeF canvas, const SceneRenderIn
     // newer one while this render runs, and all layers of one render must
     // agree on the frame (and its size).
     std::vector<SourceFrame> latest(scene.sources.size());
-    if (in.frames)
-        for (std::size_t i = 0; i < scene.sources.size(); ++i)
-            if (scene.sources[i].type != SourceType::content) latest[i] = in.frames->latestFrame(scene.sources[i]);
+    for (std::size_t i = 0; i < scene.sources.size(); ++i) {
+        const Source& s = scene.sources[i];
+        if (s.type == SourceType::content) continue;
+        if (framesFrozen_) {
+            const auto last = lastFrames_.find(s.id);
+            if (last != lastFrames_.end()) latest[i] = last->second;
+        } else if (in.frames) {
+            latest[i] = in.frames->latestFrame(s);
+            lastFrames_[s.id] = latest[i];
+        }
+    }
     const auto frameOf = [&](const Source& s) -> const SourceFrame& {
         return latest[static_cast<std::size_t>(&s - scene.sources.data())];
     };

@@ -70,6 +70,11 @@ public:
     // The page a deck source shows here.
     int slideIndex(const Source& source) const;
 
+    // From now on draws every live source with the last frame it drew of it,
+    // and asks the frame source for nothing: a picture that is leaving keeps
+    // its last look while the captures behind it may already be gone.
+    void freezeFrames();
+
     SlideImageLoader& imageLoader() { return *images_; }
 
 private:
@@ -116,6 +121,10 @@ private:
     // a new page starts at the top.
     std::unordered_map<Uuid, double> scroll_;
     std::unordered_map<Uuid, double> reach_;
+    // The last frame drawn of each live source, and whether only those are
+    // drawn from now on.
+    std::unordered_map<Uuid, SourceFrame> lastFrames_;
+    bool framesFrozen_ = false;
 
     BackgroundPainter background_;
     CameraLayerPainter camera_;

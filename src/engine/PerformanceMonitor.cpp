@@ -1,6 +1,8 @@
 #include "engine/PerformanceMonitor.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 
 #include "document/Log.h"
 #include "engine/ProcessUsage.h"
@@ -55,13 +57,15 @@ void PerformanceMonitor::updateStats() {
     if (const auto cpu = cpuPercent(now)) cpuUsage_ = *cpu;
     memoryUsage_ = memoryMegabytes();
     dropFramesBefore(now - frameWindowSeconds);
-    fps_ = static_cast<int>(frameTimes_.size());
+    std::size_t busiest = 0;
+    for (const auto& [surface, times] : frameTimes_) busiest = std::max(busiest, times.size());
+    fps_ = static_cast<int>(busiest);
     emit statsChanged();
 }
 
-void PerformanceMonitor::frameComposed() {
+void PerformanceMonitor::frameComposed(const void* surface) {
     const double now = clock_();
-    frameTimes_.push_back(now);
+    frameTimes_[surface].push_back(now);
     dropFramesBefore(now - frameWindowSeconds);
 }
 
@@ -100,7 +104,12 @@ double PerformanceMonitor::memoryMegabytes() {
 }
 
 void PerformanceMonitor::dropFramesBefore(double oldest) {
-    while (!frameTimes_.empty() && frameTimes_.front() <= oldest) frameTimes_.pop_front();
+    for (auto it = frameTimes_.begin(); it != frameTimes_.end();) {
+        auto& times = it->second;
+        while (!times.empty() && times.front() <= oldest) times.pop_front();
+        // A surface that stopped drawing (a closed window) is forgotten.
+        it = times.empty() ? frameTimes_.erase(it) : std::next(it);
+    }
 }
 
 void PerformanceMonitor::setActive(bool active) {

@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include <deque>
+#include <map>
 #include <functional>
 #include <optional>
 
@@ -12,7 +13,8 @@ namespace orvane {
 // The three read-outs of the bottom bar, measured: CPU time of this process
 // in percent of one core over the last sample window (one second while the
 // timer runs), resident memory in MB, and the frames the program output
-// composed in the last second. Samples only while on; off means zeros and no
+// composed in the last second: the rate of the busiest surface showing the
+// program, so that a frame shown on two surfaces counts once. Samples only while on; off means zeros and no
 // timer.
 class PerformanceMonitor : public QObject {
     Q_OBJECT
@@ -44,9 +46,10 @@ public slots:
     void stop();
     // One sample, whether on or off.
     void updateStats();
-    // Called by the program output once per composed frame, on this object's
-    // thread (or through a queued connection).
-    void frameComposed();
+    // Called by each surface that shows the program (the program stage, the
+    // pop-out window) once per composed frame, on this object's thread (or
+    // through a queued connection). `surface` only tells surfaces apart.
+    void frameComposed(const void* surface);
 
 signals:
     void statsChanged();
@@ -64,7 +67,8 @@ private:
     double memoryUsage_ = 0;
     int fps_ = 0;
     bool isActive_ = false;
-    std::deque<double> frameTimes_;  // clock times of recent frames, oldest first
+    // Clock times of each surface's recent frames, oldest first.
+    std::map<const void*, std::deque<double>> frameTimes_;
     // The CPU window starts at the previous sample; with none, at the start
     // of the process.
     struct CpuMark {

@@ -1,8 +1,10 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <map>
 
 #include "ConsoleTestSupport.h"
 #include "console/bars/BottomBarView.h"
@@ -108,6 +110,32 @@ TEST(ConsoleBars, BlurAndPerformanceSwitches) {
     EXPECT_TRUE(bottom.statsBlock()->isVisibleTo(&bottom));
     QTest::mouseClick(bottom.performanceButton(), Qt::LeftButton);
     EXPECT_FALSE(bottom.statsBlock()->isVisibleTo(&bottom));
+}
+
+TEST(ConsoleBars, PerformanceReadOutsCarryTheirLabelsAndFormats) {
+    Session s;
+    BottomBarView bottom(*s.streamManager);
+    bottom.show();
+    QTest::mouseClick(bottom.performanceButton(), Qt::LeftButton);
+    QStringList labels;
+    std::map<QString, QLabel*> values;
+    for (QLabel* label : bottom.statsBlock()->findChildren<QLabel*>()) {
+        if (!label->text().isEmpty() && label->accessibleName().isEmpty()) labels << label->text();
+        if (!label->accessibleName().isEmpty()) values[label->accessibleName()] = label;
+    }
+    EXPECT_EQ(labels, (QStringList{"CPU:", "MEM:", "FPS:"}));
+    ASSERT_EQ(values.size(), 3u);
+    const QRegularExpression cpu(QStringLiteral("^\\d+\\.\\d%$"));
+    const QRegularExpression memory(QStringLiteral("^\\d+ MB$"));
+    const QRegularExpression fps(QStringLiteral("^\\d+$"));
+    EXPECT_TRUE(cpu.match(values["CPU:"]->text()).hasMatch()) << values["CPU:"]->text().toStdString();
+    EXPECT_TRUE(memory.match(values["MEM:"]->text()).hasMatch()) << values["MEM:"]->text().toStdString();
+    EXPECT_TRUE(fps.match(values["FPS:"]->text()).hasMatch()) << values["FPS:"]->text().toStdString();
+    for (const auto& [name, value] : values) {
+        EXPECT_TRUE(value->font().fixedPitch()) << name.toStdString();
+        EXPECT_EQ(value->font().weight(), QFont::Bold) << name.toStdString();
+        EXPECT_EQ(value->font().pixelSize(), 10) << name.toStdString();
+    }
 }
 
 TEST(ConsoleBars, TeleprompterButtonFollowsThePresetSwitchAndTheWindow) {

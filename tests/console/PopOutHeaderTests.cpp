@@ -127,8 +127,8 @@ TEST_F(PopOutFromHeader, DrawingMadeOnTheProgramStageShowsInThePopOut) {
     ASSERT_NE(window, nullptr);
     DrawingOverlayWidget* popOutOverlay = window->outputView()->drawingOverlay();
     ASSERT_TRUE(popOutOverlay->isVisible());
-    // The shape is kept in the stage's coordinates and scaled to the window's
-    // larger picture: look along the whole horizontal band for the red line.
+    // The shape keeps the points it was drawn at, in the stage's overlay, and
+    // the window draws it at the same points: look for the red line.
     const QImage picture = window->outputView()->grab().toImage();
     const QRect stageBox = stageOverlay->rect();
     const QRect windowBox = popOutOverlay->rect();

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QEnterEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 #include "console/stages/StreamPreviewView.h"
 #include "console/stages/UpdateLiveButton.h"
 #include "document/PresetTemplates.h"
+#include "engine/PerformanceMonitor.h"
 
 namespace orvane {
 namespace stage_tests {
@@ -41,6 +43,54 @@ TEST(ConsoleStages, MockContentUntilTheFirstUpdateLiveThenTheSceneGoesOnAir) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !button->isPressed(); }, 2000));
 }
 
+TEST(ConsoleStages, UpdateLiveEasesIntoItsPressedLookAndBack) {
+    Session s;
+    UpdateLiveButton button(*s.streamManager);
+    button.resize(button.sizeHint());
+    button.show();
+    QApplication::processEvents();
+    // A point of the fill right of the labels, inside the body at every scale.
+    const QPoint fillPoint(button.width() - 10 - 6, button.height() / 2);
+    const QColor orange = pixelAt(button, fillPoint);
+    EXPECT_GT(orange.red(), 200);
+    EXPECT_GT(orange.red() - orange.green(), 60);
+
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(button.isPressed());
+    QVariantAnimation& look = button.pressAnimation();
+    EXPECT_EQ(look.duration(), 200);
+    EXPECT_EQ(look.easingCurve().type(), QEasingCurve::InOutQuad);
+    ASSERT_EQ(look.state(), QAbstractAnimation::Running);
+    look.pause();
+    look.setCurrentTime(0);
+    EXPECT_NEAR(button.pressProgress(), 0.0, 1e-9);
+    look.setCurrentTime(100);
+    EXPECT_NEAR(button.pressProgress(), 0.5, 1e-6);
+    const QColor halfway = pixelAt(button, fillPoint);
+    look.setCurrentTime(200);
+    EXPECT_NEAR(button.pressProgress(), 1.0, 1e-9);
+    const QColor green = pixelAt(button, fillPoint);
+    EXPECT_GT(green.green() - green.red(), 60);
+    // Halfway, the fill lies between the two colours.
+    EXPECT_LT(halfway.red(), orange.red() - 20);
+    EXPECT_GT(halfway.red(), green.red() + 20);
+
+    // After 0.3 s the look eases back.
+    look.resume();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !button.isPressed(); }, 3000));
+    EXPECT_EQ(look.endValue().toDouble(), 0.0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return look.state() == QAbstractAnimation::Stopped; }, 3000));
+    EXPECT_NEAR(button.pressProgress(), 0.0, 1e-9);
+
+    // Hovering eases in the same way.
+    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QApplication::sendEvent(&button, &enter);
+    EXPECT_TRUE(button.isHovered());
+    EXPECT_EQ(button.hoverAnimation().duration(), 200);
+    EXPECT_EQ(button.hoverAnimation().endValue().toDouble(), 1.0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return button.hoverProgress() == 1.0; }, 3000));
+}
+
 TEST(ConsoleStages, ProgramStageCarriesTheRedBorder) {
     Session s;
     CenterContentView center(*s.streamManager, nullptr);
@@ -56,6 +106,24 @@ TEST(ConsoleStages, ProgramStageCarriesTheRedBorder) {
     const QRect previewBox = preview->pictureBox();
     const QColor previewEdge = pixelAt(*preview, QPoint(previewBox.center().x(), previewBox.top()));
     EXPECT_LT(previewEdge.red() - previewEdge.green(), 30);
+}
+
+TEST(ConsoleStages, TheProgramStageFeedsTheFrameRateAndThePreviewDoesNot) {
+    Session s;
+    s.streamManager->setCurrentPreset(createPreset("Rate", PresetTemplate::custom));
+    s.streamManager->updateLive();
+    CenterContentView center(*s.streamManager, nullptr);
+    center.resize(1200, 500);
+    center.show();
+    QApplication::processEvents();
+    PerformanceMonitor* monitor = s.streamManager->performanceMonitor();
+    monitor->start();
+    for (int i = 0; i < 5; ++i) center.previewStage()->repaint();
+    monitor->updateStats();
+    EXPECT_EQ(monitor->fps(), 0);
+    for (int i = 0; i < 5; ++i) center.programStage()->repaint();
+    monitor->updateStats();
+    EXPECT_GE(monitor->fps(), 5);
 }
 
 TEST(ConsoleStages, HeaderLabelsFollowTheWidth) {

@@ -63,7 +63,7 @@ TEST(PerformanceMonitor, StopZeroesEverythingAndLeavesNoTimer) {
     FakeClock fake;
     PerformanceMonitor monitor(fake.clock());
     monitor.start();
-    monitor.frameComposed();
+    monitor.frameComposed(&monitor);
     monitor.updateStats();
     EXPECT_EQ(monitor.fps(), 1);
     QSignalSpy stats(&monitor, &PerformanceMonitor::statsChanged);
@@ -84,7 +84,7 @@ TEST(PerformanceMonitor, FpsCountsTheFramesOfTheLastSecond) {
     PerformanceMonitor monitor(fake.clock());
     monitor.start();
     for (int i = 0; i < 30; ++i) {
-        monitor.frameComposed();
+        monitor.frameComposed(&monitor);
         fake.seconds += 1.0 / 60;
     }
     monitor.updateStats();
@@ -100,10 +100,34 @@ TEST(PerformanceMonitor, FpsCountsTheFramesOfTheLastSecond) {
     EXPECT_EQ(monitor.fps(), 0);
 }
 
+TEST(PerformanceMonitor, TwoSurfacesShowingTheProgramCountAsTheBusierOne) {
+    FakeClock fake;
+    PerformanceMonitor monitor(fake.clock());
+    monitor.start();
+    const int stage = 0;
+    const int popOut = 0;
+    // The program stage at 15 frames a second, the pop-out window at 30,
+    // both during the same second.
+    for (int i = 0; i < 30; ++i) {
+        monitor.frameComposed(&popOut);
+        if (i % 2 == 0) monitor.frameComposed(&stage);
+        fake.seconds += 1.0 / 31;
+    }
+    monitor.updateStats();
+    EXPECT_EQ(monitor.fps(), 30);
+    // The pop-out window closes: the stage's rate remains.
+    for (int i = 0; i < 15; ++i) {
+        fake.seconds += 1.0 / 15;
+        monitor.frameComposed(&stage);
+    }
+    monitor.updateStats();
+    EXPECT_EQ(monitor.fps(), 15);
+}
+
 TEST(PerformanceMonitor, AFrameExactlyOneSecondOldHasLeftTheWindow) {
     FakeClock fake;
     PerformanceMonitor monitor(fake.clock());
-    monitor.frameComposed();
+    monitor.frameComposed(&monitor);
     fake.seconds += 0.999;
     monitor.updateStats();
     EXPECT_EQ(monitor.fps(), 1);

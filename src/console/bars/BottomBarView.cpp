@@ -32,20 +32,23 @@ SymbolButton::Look statusToggleLook(bool on, const QColor& tint) {
 
 QString fromView(std::string_view text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
+// One performance figure: symbol, label and value at 10 points, the value
+// bold and monospaced.
 QWidget* readout(std::string_view symbol, const QColor& color, const QString& label, QLabel*& value) {
     auto* block = new QWidget;
     auto* row = new QHBoxLayout(block);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
     auto* icon = new QLabel;
-    icon->setPixmap(Symbols::pixmap(symbol, 11, color));
+    icon->setPixmap(Symbols::pixmap(symbol, 10, color));
     row->addWidget(icon);
     auto* name = new QLabel(label);
-    name->setFont(Theme::font(11));
+    name->setFont(Theme::font(10, Theme::Weight::medium));
     name->setStyleSheet(QStringLiteral("color: rgba(255,255,255,0.7);"));
     row->addWidget(name);
     value = new QLabel;
-    value->setFont(Theme::font(11, Theme::Weight::semibold));
+    value->setFont(Theme::monospaceFont(10, Theme::Weight::bold));
+    value->setStyleSheet(QStringLiteral("color: white;"));
     value->setAccessibleName(label);
     row->addWidget(value);
     return block;
@@ -86,9 +89,9 @@ BottomBarView::BottomBarView(StreamManager& streamManager, QWidget* parent)
     auto* statsRow = new QHBoxLayout(stats_);
     statsRow->setContentsMargins(0, 0, 0, 0);
     statsRow->setSpacing(10);
-    statsRow->addWidget(readout("cpu", Theme::blue(), QStringLiteral("CPU"), cpu_));
-    statsRow->addWidget(readout("memorychip", Theme::green(), QStringLiteral("MEM"), memory_));
-    statsRow->addWidget(readout("speedometer", Theme::orange(), QStringLiteral("FPS"), fps_));
+    statsRow->addWidget(readout("cpu", Theme::purple(), QStringLiteral("CPU:"), cpu_));
+    statsRow->addWidget(readout("memorychip", Theme::blue(), QStringLiteral("MEM:"), memory_));
+    statsRow->addWidget(readout("speedometer", Theme::green(), QStringLiteral("FPS:"), fps_));
     row->addWidget(stats_);
 
     server_ = new QWidget;
@@ -192,8 +195,8 @@ void BottomBarView::refreshTeleprompter() {
 
 void BottomBarView::refreshStats() {
     const PerformanceMonitor* monitor = streamManager_.performanceMonitor();
-    cpu_->setText(QStringLiteral("%1%").arg(monitor->cpuUsage(), 0, 'f', 1));
-    memory_->setText(QStringLiteral("%1 MB").arg(monitor->memoryUsage(), 0, 'f', 0));
+    cpu_->setText(QString::asprintf("%.1f%%", monitor->cpuUsage()));
+    memory_->setText(QString::asprintf("%.0f MB", monitor->memoryUsage()));
     fps_->setText(QString::number(monitor->fps()));
 }
 

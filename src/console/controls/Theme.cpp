@@ -1,6 +1,7 @@
 #include "console/controls/Theme.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -33,6 +34,14 @@ QFont font(double pixelSize, Weight weight) {
     case Weight::semibold: f.setWeight(QFont::DemiBold); break;
     case Weight::bold: f.setWeight(QFont::Bold); break;
     }
+    return f;
+}
+
+QFont monospaceFont(double pixelSize, Weight weight) {
+    QFont f = font(pixelSize, weight);
+    f.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    f.setStyleHint(QFont::Monospace);
+    f.setFixedPitch(true);
     return f;
 }
 

@@ -27,6 +27,8 @@ QColor withAlpha(QColor color, double opacity);
 
 enum class Weight { regular, medium, semibold, bold };
 QFont font(double pixelSize, Weight weight = Weight::regular);
+// Figures that change in place, so that their width does not jump.
+QFont monospaceFont(double pixelSize, Weight weight = Weight::regular);
 
 // Dark Fusion palette and the shared style sheet, whatever the desktop says.
 void apply(QApplication& app);

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "console/controls/ScaleFadeEffect.h"
 #include "console/controls/Symbols.h"
 #include "console/controls/Theme.h"
 #include "engine/StreamManager.h"
@@ -77,8 +78,11 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
                                                             {DrawingTool::freehand, "pencil"},
                                                             {DrawingTool::eraser, "eraser"}};
     for (const auto& [tool, symbol] : toolList) {
-        const std::string_view name = toString(tool);
-        auto* button = new RoundButton(32, QString::fromUtf8(name.data(), qsizetype(name.size())));
+        // The tool's stored word, capitalised, as its help text and name.
+        const std::string_view word = toString(tool);
+        QString name = QString::fromUtf8(word.data(), qsizetype(word.size()));
+        name[0] = name[0].toUpper();
+        auto* button = new RoundButton(32, name);
         button->painter = [this, tool, symbol](QPainter& p, const QRectF& r) {
             const bool selected = streamManager_.drawing().selectedDrawingTool() == tool;
             symbolDisc(p, r, symbol, 14, selected ? Qt::white : Theme::gray(), selected ? Theme::blue() : Theme::black(0.7));
@@ -141,6 +145,14 @@ FloatingDrawingControls::FloatingDrawingControls(StreamManager& streamManager, Q
     });
     bar->addWidget(trash, 0, Qt::AlignHCenter);
     column->addWidget(toolbar_, 0, Qt::AlignHCenter);
+    toolbarEffect_ = new ScaleFadeEffect(toolbar_);
+    toolbarEffect_->setShown(false);
+    toolbar_->setGraphicsEffect(toolbarEffect_);
+    toolbar_->setVisible(false);
+    connect(toolbarEffect_, &ScaleFadeEffect::gone, this, [this] {
+        toolbar_->setVisible(false);
+        placeIn(host_);
+    });
 
     auto repaint = [this] { refresh(); };
     connect(&streamManager_.drawing(), &DrawingState::isDrawingModeEnabledChanged, this, repaint);
@@ -160,7 +172,14 @@ void FloatingDrawingControls::pressMainButton() {
 }
 
 void FloatingDrawingControls::refresh() {
-    toolbar_->setVisible(streamManager_.drawing().isDrawingModeEnabled() && isExpanded_);
+    const bool wanted = streamManager_.drawing().isDrawingModeEnabled() && isExpanded_;
+    if (wanted && !toolbarEffect_->isShown()) {
+        toolbar_->setVisible(true);
+        toolbarEffect_->animateTo(true);
+    } else if (!wanted && toolbarEffect_->isShown()) {
+        // Stays in the layout until it has left.
+        toolbarEffect_->animateTo(false);
+    }
     for (QWidget* child : findChildren<QWidget*>()) child->update();
     placeIn(host_);
 }

@@ -6,11 +6,13 @@ class QVBoxLayout;
 
 namespace orvane {
 
+class ScaleFadeEffect;
 class StreamManager;
 
 // The round drawing button of the pop-out window and, while drawing, its
 // toolbar: tools, colours, widths and the trash. It sits in a corner or at
-// a side of its host by the session's drawingButtonPosition.
+// a side of its host by the session's drawingButtonPosition. The toolbar
+// enters and leaves by scale and opacity over 0.2 seconds.
 class FloatingDrawingControls : public QWidget {
     Q_OBJECT
     Q_PROPERTY(bool isExpanded READ isExpanded NOTIFY isExpandedChanged)
@@ -24,6 +26,8 @@ public:
     // Sizes the panel and moves it to its place inside `host`.
     void placeIn(const QRect& host);
     void pressMainButton();
+    QWidget* toolbar() const { return toolbar_; }
+    ScaleFadeEffect* toolbarEffect() const { return toolbarEffect_; }
 
 signals:
     void isExpandedChanged(bool expanded);
@@ -35,6 +39,7 @@ private:
     bool isExpanded_ = false;
     QWidget* mainButton_ = nullptr;
     QWidget* toolbar_ = nullptr;
+    ScaleFadeEffect* toolbarEffect_ = nullptr;
     QRect host_;
 };
 

@@ -86,7 +86,7 @@ void VirtualCameraOutputView::paintEvent(QPaintEvent*) {
     context.frames = frames_;
     p.translate(box.topLeft());
     surface_->paint(p, box.size(), context, CompositionSurface::now());
-    streamManager_.performanceMonitor()->frameComposed();
+    streamManager_.performanceMonitor()->frameComposed(this);
     scheduleFrames();
 }
 

@@ -45,6 +45,9 @@ void CompositionSurface::setScene(const std::optional<StreamingScene>& scene,
     if (playsTransitions_ && !first) {
         leavingScene_ = scene_;
         leavingRenderer_ = std::move(renderer_);
+        // The leaving picture keeps its last frames: the captures behind it
+        // stop once no scene on screen shows them.
+        leavingRenderer_->freezeFrames();
         renderer_ = std::make_unique<SceneRenderer>();
         player_.start(TransitionEffect::plan(transition), now);
     }
@@ -71,7 +74,7 @@ void CompositionSurface::paintPicture(QPainter& painter, QSizeF canvas, const st
         inputs.sceneUpdateTimestamp = context.sceneUpdateTimestamp;
         inputs.frames = context.frames;
         painter.save();
-        painter.setClipRect(box);
+        painter.setClipRect(box, Qt::IntersectClip);
         renderer.render(painter, canvas, inputs, now);
         painter.restore();
     } else if (empty_ == EmptyPicture::mock) {
@@ -83,10 +86,14 @@ void CompositionSurface::paintPicture(QPainter& painter, QSizeF canvas, const st
 
 void CompositionSurface::paint(QPainter& painter, QSizeF canvas, const Context& context, double now) {
     if (player_.isActive(now) && leavingRenderer_) {
+        // Pictures that slide or grow stay inside the surface.
+        painter.save();
+        painter.setClipRect(QRectF(QPointF(0, 0), canvas), Qt::IntersectClip);
         player_.paint(
             painter, canvas, now,
             [&](QPainter& p) { paintPicture(p, canvas, leavingScene_, *leavingRenderer_, context, now); },
             [&](QPainter& p) { paintPicture(p, canvas, scene_, *renderer_, context, now); });
+        painter.restore();
         return;
     }
     if (leavingRenderer_) {

@@ -9,6 +9,7 @@
 #include "console/stages/StageFrameRate.h"
 #include "console/stages/StagePlaceholders.h"
 #include "console/stages/UpdateLiveButton.h"
+#include "engine/PerformanceMonitor.h"
 #include "engine/StreamManager.h"
 
 namespace orvane {
@@ -125,6 +126,7 @@ void StreamPreviewView::paintEvent(QPaintEvent*) {
         p.translate(box.topLeft());
         surface_->paint(p, box.size(), context, now);
         p.restore();
+        if (role_ == Role::program) streamManager_.performanceMonitor()->frameComposed(this);
     }
     if (isLive()) {
         p.setRenderHint(QPainter::Antialiasing, false);

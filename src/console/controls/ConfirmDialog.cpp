@@ -12,7 +12,10 @@ namespace orvane {
 
 namespace {
 
+// The dialog's width; its height follows from the wrapped texts.
 constexpr int confirmDialogWidth = 360;
+constexpr int confirmDialogMargin = 22;
+constexpr int confirmDialogSign = 26;
 
 QString confirmButtonStyle(const QString& ground, const QString& hover, const QString& text) {
     return QStringLiteral("QPushButton { background: %1; color: %3; border: none; border-radius: 7px;"
@@ -34,23 +37,26 @@ ConfirmDialog::ConfirmDialog(const QString& title, const QString& message, const
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("confirmDialog"));
     setStyleSheet(QStringLiteral("#confirmDialog { background: #1c2129; }"));
-    setFixedWidth(confirmDialogWidth);
-
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(22, 20, 22, 18);
+    column->setContentsMargins(confirmDialogMargin, 20, confirmDialogMargin, 18);
+    // Labels of a fixed width report the height their wrapped text needs,
+    // and the dialog takes exactly that: nothing is cut at the bottom.
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    const int textWidth = confirmDialogWidth - 2 * confirmDialogMargin;
     column->setSpacing(10);
 
     auto* head = new QHBoxLayout;
     head->setSpacing(10);
     auto* sign = new QLabel;
     sign->setPixmap(Symbols::pixmap("exclamationmark.triangle", 22, Theme::orange()));
-    sign->setFixedSize(26, 26);
+    sign->setFixedSize(confirmDialogSign, confirmDialogSign);
     sign->setAccessibleName(QStringLiteral("Warning"));
     head->addWidget(sign, 0, Qt::AlignTop);
     // The title wraps rather than being cut, however long the name in it.
     title_ = new QLabel(title);
     title_->setWordWrap(true);
     title_->setFont(Theme::font(15, Theme::Weight::bold));
+    title_->setFixedWidth(textWidth - confirmDialogSign - head->spacing());
     title_->setStyleSheet(QStringLiteral("color: white; background: transparent;"));
     head->addWidget(title_, 1);
     column->addLayout(head);
@@ -59,6 +65,7 @@ ConfirmDialog::ConfirmDialog(const QString& title, const QString& message, const
     message_->setWordWrap(true);
     message_->setTextFormat(Qt::PlainText);
     message_->setFont(Theme::font(12));
+    message_->setFixedWidth(textWidth);
     message_->setStyleSheet(QStringLiteral("color: rgba(255,255,255,0.75); background: transparent;"));
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(message_);

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QSignalBlocker>
 
 #include "console/controls/Symbols.h"
 #include "console/controls/Theme.h"
@@ -18,10 +19,17 @@ SelectableTile::SelectableTile(const QString& name, std::string symbol, bool sho
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     // The owner decides what is current: a press only reports the choice.
-    connect(this, &QPushButton::clicked, this, [this] { setChecked(!isChecked()); });
+    connect(this, &QAbstractButton::toggled, this, [this](bool on) {
+        if (on) {
+            emit chosen();
+            return;
+        }
+        setCurrent(true);
+    });
 }
 
 void SelectableTile::setCurrent(bool current) {
+    const QSignalBlocker quiet(this);
     setChecked(current);
     update();
 }

@@ -7,7 +7,9 @@ namespace orvane {
 
 // One choice among a few shown side by side: a symbol, an optional caption
 // under it, marked in purple with an outline while it is the current one.
-// Pressing it reports the choice; the owner then says which one is current.
+// Pressing or toggling it (a click, the keyboard, assistive technology's
+// toggle) reports `chosen`; the owner then says which one is current, and a
+// current tile stays current when pressed again.
 class SelectableTile : public QPushButton {
     Q_OBJECT
 
@@ -18,6 +20,9 @@ public:
     bool isCurrent() const { return isChecked(); }
     void setCurrent(bool current);
     QSize sizeHint() const override;
+
+signals:
+    void chosen();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

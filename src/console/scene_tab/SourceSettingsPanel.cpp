@@ -84,7 +84,7 @@ QVBoxLayout* SourceSettingsPanel::addDependentGroup(QVBoxLayout* into, bool Sour
 
 void SourceSettingsPanel::bindTile(SelectableTile* tile, std::function<bool(const SourceConfiguration&)> isCurrent,
                                    std::function<void(SourceConfiguration&)> choose) {
-    connect(tile, &QPushButton::clicked, this, [this, choose] { edit(choose); });
+    connect(tile, &SelectableTile::chosen, this, [this, choose] { edit(choose); });
     shows_.push_back([this, tile, isCurrent] { tile->setCurrent(isCurrent(source_.configuration)); });
 }
 

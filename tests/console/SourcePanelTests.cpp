@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -217,6 +218,31 @@ TEST(ConsoleSourcePanels, ValuesArePutOnTheStepGridAndInsideTheRange) {
     QTest::keyClick(zoom, Qt::Key_Right);
     EXPECT_DOUBLE_EQ(f.stored("Cam").cameraZoom, 0.85);
     EXPECT_EQ(f.camera()->zoomSlider()->readout(), QStringLiteral("0.85x"));
+}
+
+TEST(ConsoleSourcePanels, TheWheelOverASliderWithoutTheKeyboardLeavesIt) {
+    PanelFixture f;
+    f.select("Cam");
+    ValueSlider* zoom = f.camera()->zoomSlider()->slider();
+    QSignalSpy writes(f.s.streamManager.get(), &StreamManager::sceneUpdateTimestampChanged);
+    const QPointF at(zoom->width() / 2.0, zoom->height() / 2.0);
+    auto roll = [&] {
+        QWheelEvent wheel(at, zoom->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(zoom, &wheel);
+        return wheel.isAccepted();
+    };
+    // Passed on to the scrolling panel, not taken.
+    EXPECT_FALSE(roll());
+    EXPECT_EQ(writes.count(), 0);
+    EXPECT_DOUBLE_EQ(f.stored("Cam").cameraZoom, 1.0);
+    // With the keyboard on the slider the wheel moves it.
+    zoom->setFocus();
+    f.sidebar->activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return zoom->hasFocus(); }, 2000));
+    roll();
+    EXPECT_EQ(writes.count(), 1);
+    EXPECT_NE(f.stored("Cam").cameraZoom, 1.0);
 }
 
 TEST(ConsoleSourcePanels, AStoredValueOffTheGridIsShownAsItIsAndNotWritten) {

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -65,6 +66,14 @@ void ValueSlider::setShownValue(double value) {
     showing_ = true;
     setValue(indexFor(value));
     showing_ = false;
+}
+
+void ValueSlider::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus()) {
+        event->ignore();
+        return;
+    }
+    QSlider::wheelEvent(event);
 }
 
 void ValueSlider::editValue(double value) {

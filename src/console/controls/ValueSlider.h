@@ -30,6 +30,11 @@ public:
 signals:
     void valueEdited(double value);
 
+protected:
+    // The wheel scrolls the panel a slider sits in, unless the slider has
+    // the keyboard: passing over it must not change a setting.
+    void wheelEvent(QWheelEvent* event) override;
+
 private:
     int indexFor(double value) const;
     double valueAt(int index) const;

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "console/controls/SidebarStyle.h"
@@ -102,7 +103,10 @@ AddSourceView::AddSourceView(const StreamingScene& scene, CaptureBackend* captur
     for (SourceType type : addSourceTypes) {
         QPushButton* row = addSourceTypeRow(type);
         typeRows_[type] = row;
-        connect(row, &QPushButton::clicked, this, [this, type] { setSourceType(type); });
+        // A click, the keyboard or assistive technology's toggle alike.
+        connect(row, &QAbstractButton::toggled, this, [this, type](bool on) {
+            if (on) setSourceType(type);
+        });
         column->addWidget(row);
     }
 
@@ -197,6 +201,7 @@ WindowSelectorView* AddSourceView::showWindowSelector() {
 
 void AddSourceView::refresh() {
     for (const auto& [type, row] : typeRows_) {
+        const QSignalBlocker quiet(row);
         row->setChecked(type == sourceType_);
         if (auto* check = row->findChild<QLabel*>(QStringLiteral("typeCheck"))) check->setVisible(type == sourceType_);
     }
@@ -209,6 +214,10 @@ void AddSourceView::refresh() {
         windowOwner_->setText(selectedWindow_->ownerName);
     }
     add_->setEnabled(canAddSource());
+    // A disabled "Add Source" reads as one: its purple is faded.
+    SymbolButton::Look look = static_cast<SymbolButton*>(add_)->look();
+    look.background = Theme::withAlpha(Theme::purple(), add_->isEnabled() ? 1.0 : 0.3);
+    static_cast<SymbolButton*>(add_)->setLook(look);
 }
 
 void AddSourceView::addSource() {

@@ -10,13 +10,16 @@
 
 #include "ConsoleTestSupport.h"
 #include "console/controls/ColorSwatchButton.h"
+#include "console/controls/ConfirmDialog.h"
 #include "console/controls/LabeledSlider.h"
 #include "console/controls/SelectableTile.h"
 #include "console/controls/ToggleSwitch.h"
 #include "console/controls/ValueSlider.h"
 #include "console/scene_tab/CameraConfigurationView.h"
 #include "console/scene_tab/CameraSizeButton.h"
+#include "console/scene_tab/SceneSourcesList.h"
 #include "console/scene_tab/SceneTabView.h"
+#include "console/scene_tab/SourceRowView.h"
 #include "console/scene_tab/ScreenWindowEffectsView.h"
 #include "console/sidebar/RightSidebarView.h"
 #include "document/PresetTemplates.h"
@@ -440,6 +443,22 @@ TEST(ConsoleSourcePanels, EveryControlHasAnAccessibleName) {
         for (QAbstractSlider* s : panel->findChildren<QAbstractSlider*>())
             EXPECT_FALSE(s->accessibleName().isEmpty());
     }
+}
+
+TEST(ConsoleSourcePanels, TheRowsDeleteQuestionQuotesTheNameQuotesIncluded) {
+    PanelFixture f;
+    StreamingScene scene = *f.tab()->scene();
+    scene.sources[0].name = "Anna's \"Close-up\"";
+    f.sidebar->setSelectedScene(scene);
+    SourceRowView* row = f.tab()->sourcesList()->rows()[0];
+    ConfirmDialog* alert = row->confirmDelete();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_TRUE(alert->isVisible());
+    EXPECT_EQ(alert->title(), QStringLiteral("Delete Source"));
+    EXPECT_EQ(alert->message(), QStringLiteral("Remove 'Anna's \"Close-up\"' from this scene?"));
+    // Escape answers Cancel: nothing is removed.
+    QTest::keyClick(alert, Qt::Key_Escape);
+    EXPECT_EQ(f.tab()->scene()->sources.size(), 4u);
 }
 
 }  // namespace source_panel_tests

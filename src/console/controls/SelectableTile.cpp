@@ -18,6 +18,7 @@ SelectableTile::SelectableTile(const QString& name, std::string symbol, bool sho
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setAttribute(Qt::WA_Hover);  // repaint as the pointer comes and goes
     // The owner decides what is current: a press only reports the choice.
     connect(this, &QAbstractButton::toggled, this, [this](bool on) {
         if (on) {

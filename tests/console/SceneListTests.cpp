@@ -1,12 +1,12 @@
 #include <QApplication>
 #include <QEnterEvent>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <filesystem>
 #include <gtest/gtest.h>
 
 #include "ConsoleTestSupport.h"
+#include "console/controls/ConfirmDialog.h"
 #include "console/presets/PresetCard.h"
 #include "console/presets/PresetSelectionView.h"
 #include "console/scene_list/LeftSidebarView.h"
@@ -23,8 +23,8 @@ void hover(QWidget* widget) {
     QApplication::sendEvent(widget, &enter);
 }
 
-QAbstractButton* buttonNamed(QMessageBox* box, const QString& text) {
-    for (QAbstractButton* b : box->buttons())
+QAbstractButton* buttonNamed(ConfirmDialog* box, const QString& text) {
+    for (QAbstractButton* b : {box->cancelButton(), box->destructiveButton()})
         if (b->text() == text) return b;
     return nullptr;
 }
@@ -81,9 +81,9 @@ TEST(ConsoleSceneList, DeletingAfterConfirmationAndCollapsing) {
 
     SceneItemView* row = list.rows()[1];
     row->confirmDelete();
-    QMessageBox* box = row->deleteConfirmation();
+    ConfirmDialog* box = row->deleteConfirmation();
     ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->informativeText(),
+    EXPECT_EQ(box->message(),
               QStringLiteral("Are you sure you want to delete 'Screen + Webcam'? This action cannot be undone."));
     buttonNamed(box, QStringLiteral("Cancel"))->click();
     EXPECT_EQ(s.streamManager->currentPreset()->scenes.size(), 3u);

@@ -1,7 +1,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -10,6 +9,7 @@
 
 #include "ConsoleTestSupport.h"
 #include "console/bars/WindowManager.h"
+#include "console/controls/ConfirmDialog.h"
 #include "console/main_window/ContentView.h"
 #include "console/main_window/MainStreamingView.h"
 #include "console/presets/PresetCard.h"
@@ -53,14 +53,10 @@ PresetCard* cardNamed(QWidget* screen, const std::string& name) {
 
 void confirmDelete(PresetCard* card) {
     card->confirmDelete();
-    QMessageBox* box = card->deleteConfirmation();
+    ConfirmDialog* box = card->deleteConfirmation();
     ASSERT_NE(box, nullptr);
-    for (QAbstractButton* b : box->buttons())
-        if (b->text() == QStringLiteral("Delete")) {
-            b->click();
-            return;
-        }
-    FAIL() << "no Delete button";
+    ASSERT_EQ(box->destructiveButton()->text(), QStringLiteral("Delete"));
+    box->destructiveButton()->click();
 }
 
 TEST(ConsoleRouting, WithNoPresetsOnlyTheCreateCardShows) {

@@ -2,7 +2,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -10,6 +9,7 @@
 #include "ConsoleTestSupport.h"
 #include "capture/LavfiCameraBackend.h"
 #include "console/controls/ColorSwatchButton.h"
+#include "console/controls/ConfirmDialog.h"
 #include "console/controls/QuickAddButton.h"
 #include "console/controls/SymbolButton.h"
 #include "console/controls/ToggleSwitch.h"
@@ -328,17 +328,15 @@ TEST(ConsoleSidebar, SourcesAreListedSelectedAndDeletedAfterConfirmation) {
     EXPECT_TRUE(list->rows()[1]->isSelected());
 
     // Deleting the selected source moves the selection to the first one left.
-    QMessageBox* alert = list->rows()[1]->confirmDelete();
-    EXPECT_EQ(alert->informativeText(), QStringLiteral("Remove 'Slides 1' from this scene?"));
-    QAbstractButton* cancel = nullptr;
-    QAbstractButton* remove = nullptr;
-    for (QAbstractButton* b : alert->buttons()) (b->text() == QStringLiteral("Delete") ? remove : cancel) = b;
-    ASSERT_TRUE(cancel && remove);
-    QTest::mouseClick(cancel, Qt::LeftButton);
+    ConfirmDialog* alert = list->rows()[1]->confirmDelete();
+    EXPECT_EQ(alert->title(), QStringLiteral("Delete Source"));
+    EXPECT_EQ(alert->message(), QStringLiteral("Remove 'Slides 1' from this scene?"));
+    ASSERT_EQ(alert->cancelButton()->text(), QStringLiteral("Cancel"));
+    ASSERT_EQ(alert->destructiveButton()->text(), QStringLiteral("Delete"));
+    QTest::mouseClick(alert->cancelButton(), Qt::LeftButton);
     EXPECT_EQ(f.stored().sources.size(), 3u);
     alert = list->rows()[1]->confirmDelete();
-    for (QAbstractButton* b : alert->buttons())
-        if (b->text() == QStringLiteral("Delete")) QTest::mouseClick(b, Qt::LeftButton);
+    QTest::mouseClick(alert->destructiveButton(), Qt::LeftButton);
     ASSERT_EQ(f.stored().sources.size(), 2u);
     EXPECT_EQ(f.stored().sources[1].name, "Notes");
     EXPECT_EQ(f.stored().selectedSourceId, f.stored().sources[0].id);

@@ -11,7 +11,9 @@
 #include "console/controls/Theme.h"
 #include "console/main_window/ConsoleKeyFilter.h"
 #include "console/scene_list/LeftSidebarView.h"
+#include "console/scene_tab/SceneTabView.h"
 #include "console/sheets/AddSceneView.h"
+#include "console/sheets/SceneSourcesView.h"
 #include "console/sidebar/RightSidebarView.h"
 #include "console/stages/CenterContentView.h"
 #include "document/PresetStorage.h"
@@ -75,6 +77,8 @@ MainStreamingView::MainStreamingView(StreamManager& streamManager, KeyboardNavig
         refreshSceneList();
         emit selectedSceneChanged();
     });
+
+    connect(rightSidebar_->sceneTab(), &SceneTabView::manageSourcesRequested, this, [this] { showManageSources(); });
 
     connect(topBar_, &TopBarView::changePresetRequested, this, &MainStreamingView::changePresetRequested);
     connect(topBar_, &TopBarView::permissionsRequested, this, &MainStreamingView::permissionsRequested);
@@ -167,6 +171,24 @@ AddSceneView* MainStreamingView::showAddScene() {
     connect(sheet, &AddSceneView::sceneAdded, this, [this](const StreamingScene& scene) { setSelectedScene(scene); });
     sheet->open();
     return sheet;
+}
+
+SceneSourcesView* MainStreamingView::showManageSources() {
+    if (!selectedScene_) return nullptr;
+    if (manageSources_) return manageSources_;
+    manageSources_ = new SceneSourcesView(streamManager_, *selectedScene_,
+                                          rightSidebar_->sceneTab()->captureBackend(), window());
+    manageSources_->setAttribute(Qt::WA_DeleteOnClose);
+    // The sheet writes through the selected scene, as the sidebar does.
+    connect(manageSources_, &SceneSourcesView::sceneSynced, this, [this](const StreamingScene& scene) {
+        if (!selectedScene_ || selectedScene_->id != scene.id) return;
+        selectedScene_ = scene;
+        rightSidebar_->setSelectedScene(scene);
+        refreshSceneList();
+        emit selectedSceneChanged();
+    });
+    manageSources_->open();
+    return manageSources_;
 }
 
 void MainStreamingView::setWebServer(WebServerManager* server) {

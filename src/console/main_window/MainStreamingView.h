@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <optional>
 
@@ -19,6 +20,7 @@ class TopBarView;
 class WebServerManager;
 class WindowManager;
 class AddSceneView;
+class SceneSourcesView;
 
 // The console: top bar, scene list, the two stages, the configuration
 // sidebar, bottom bar. It keeps the
@@ -45,6 +47,9 @@ public:
     // Called each time the console comes on screen.
     void appear();
     AddSceneView* showAddScene();
+    // The source manager on the selected scene; none without a scene.
+    SceneSourcesView* showManageSources();
+    bool showingManageSources() const { return !manageSources_.isNull(); }
     // The remote server, for the two bars and the remote tab.
     void setWebServer(WebServerManager* server);
 
@@ -73,6 +78,7 @@ private:
     BottomBarView* bottomBar_ = nullptr;
     RightSidebarView* rightSidebar_ = nullptr;
     ConsoleKeyFilter* keys_ = nullptr;
+    QPointer<SceneSourcesView> manageSources_;
 };
 
 }  // namespace orvane

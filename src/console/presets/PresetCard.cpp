@@ -3,11 +3,11 @@
 #include <QHBoxLayout>
 #include <QLayout>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPainterPath>
 #include <QVBoxLayout>
 
+#include "console/controls/ConfirmDialog.h"
 #include "console/controls/SymbolButton.h"
 #include "console/controls/Symbols.h"
 #include "console/controls/Theme.h"
@@ -96,18 +96,12 @@ QString PresetCard::remainderText(std::size_t count) {
 
 void PresetCard::confirmDelete() {
     if (confirmation_) return;
-    confirmation_ = new QMessageBox(window());
-    confirmation_->setWindowTitle(QStringLiteral("Delete Preset"));
-    confirmation_->setText(QStringLiteral("Delete Preset"));
-    confirmation_->setInformativeText(QStringLiteral("Are you sure you want to delete '%1'? This action cannot be undone.")
-                                          .arg(QString::fromStdString(preset_.name)));
-    confirmation_->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    QPushButton* remove = confirmation_->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    remove->setAccessibleName(QStringLiteral("Delete"));
-    confirmation_->setAttribute(Qt::WA_DeleteOnClose);
-    connect(confirmation_, &QMessageBox::buttonClicked, this, [this, remove](QAbstractButton* button) {
-        if (button == remove) emit deleteRequested(preset_);
-    });
+    confirmation_ = new ConfirmDialog(
+        QStringLiteral("Delete Preset"),
+        QStringLiteral("Are you sure you want to delete '%1'? This action cannot be undone.")
+            .arg(QString::fromStdString(preset_.name)),
+        QStringLiteral("Delete"), window());
+    connect(confirmation_, &ConfirmDialog::confirmed, this, [this] { emit deleteRequested(preset_); });
     connect(confirmation_, &QObject::destroyed, this, [this] { confirmation_ = nullptr; });
     confirmation_->open();
 }

@@ -4,9 +4,10 @@
 
 #include "document/Preset.h"
 
-class QMessageBox;
 
 namespace orvane {
+
+class ConfirmDialog;
 
 class SymbolButton;
 
@@ -26,7 +27,7 @@ public:
 
     // Opens the confirmation; "Delete" emits deleteRequested.
     void confirmDelete();
-    QMessageBox* deleteConfirmation() const { return confirmation_; }
+    ConfirmDialog* deleteConfirmation() const { return confirmation_; }
     QSize sizeHint() const override;
 
 signals:
@@ -41,7 +42,7 @@ protected:
 private:
     Preset preset_;
     SymbolButton* trash_ = nullptr;
-    QMessageBox* confirmation_ = nullptr;
+    ConfirmDialog* confirmation_ = nullptr;
     bool hovered_ = false;
 };
 

@@ -1,10 +1,10 @@
 #include "console/scene_list/SceneItemView.h"
 
-#include <QMessageBox>
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimer>
 
+#include "console/controls/ConfirmDialog.h"
 #include "console/controls/SymbolButton.h"
 #include "console/controls/Symbols.h"
 #include "console/controls/Theme.h"
@@ -63,18 +63,13 @@ void SceneItemView::setHovering(bool hovering) {
 
 void SceneItemView::confirmDelete() {
     if (confirmation_) return;
-    confirmation_ = new QMessageBox(window());
-    confirmation_->setWindowTitle(QStringLiteral("Delete Scene"));
-    confirmation_->setText(QStringLiteral("Delete Scene"));
-    confirmation_->setInformativeText(QStringLiteral("Are you sure you want to delete '%1'? This action cannot be undone.")
-                                          .arg(QString::fromStdString(scene_.name)));
-    confirmation_->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    QPushButton* remove = confirmation_->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    confirmation_->setAttribute(Qt::WA_DeleteOnClose);
+    confirmation_ = new ConfirmDialog(
+        QStringLiteral("Delete Scene"),
+        QStringLiteral("Are you sure you want to delete '%1'? This action cannot be undone.")
+            .arg(QString::fromStdString(scene_.name)),
+        QStringLiteral("Delete"), window());
     const StreamingScene scene = scene_;
-    connect(confirmation_, &QMessageBox::buttonClicked, this, [this, remove, scene](QAbstractButton* button) {
-        if (button == remove) emit deleteRequested(scene);
-    });
+    connect(confirmation_, &ConfirmDialog::confirmed, this, [this, scene] { emit deleteRequested(scene); });
     connect(confirmation_, &QObject::destroyed, this, [this] { confirmation_ = nullptr; });
     confirmation_->open();
 }

@@ -4,9 +4,10 @@
 
 #include "document/StreamingScene.h"
 
-class QMessageBox;
 
 namespace orvane {
+
+class ConfirmDialog;
 
 class SymbolButton;
 
@@ -31,7 +32,7 @@ public:
     static QString sourceCountText(std::size_t count);
 
     void confirmDelete();
-    QMessageBox* deleteConfirmation() const { return confirmation_; }
+    ConfirmDialog* deleteConfirmation() const { return confirmation_; }
 
     QSize sizeHint() const override { return {170, 48}; }
 
@@ -58,7 +59,7 @@ private:
     bool isHovering_ = false;
     bool justSelected_ = false;
     SymbolButton* trash_ = nullptr;
-    QMessageBox* confirmation_ = nullptr;
+    ConfirmDialog* confirmation_ = nullptr;
 };
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "console/controls/SidebarStyle.h"
+#include "console/controls/SymbolButton.h"
 #include "console/scene_tab/SourceRowView.h"
 
 namespace orvane {
@@ -13,7 +14,15 @@ SceneSourcesList::SceneSourcesList(QWidget* parent) : QWidget(parent) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(6);
-    column->addWidget(SidebarStyle::head(QStringLiteral("SOURCES")));
+    auto* headRow = new QHBoxLayout;
+    headRow->setSpacing(6);
+    headRow->addWidget(SidebarStyle::head(QStringLiteral("SOURCES")));
+    headRow->addStretch();
+    manage_ = SidebarStyle::iconButton("arrow.up.forward.square", QStringLiteral("Manage Sources"), Theme::white(0.7),
+                                       13);
+    connect(manage_, &QPushButton::clicked, this, &SceneSourcesList::manageRequested);
+    headRow->addWidget(manage_);
+    column->addLayout(headRow);
 
     empty_ = new QWidget;
     auto* emptyColumn = new QVBoxLayout(empty_);

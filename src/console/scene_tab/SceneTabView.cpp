@@ -6,9 +6,11 @@
 
 #include "console/controls/QuickAddButton.h"
 #include "console/controls/SidebarStyle.h"
+#include "console/scene_tab/CameraConfigurationView.h"
 #include "console/scene_tab/SceneBackgroundSection.h"
 #include "console/scene_tab/SceneLayoutSection.h"
 #include "console/scene_tab/SceneSourcesList.h"
+#include "console/scene_tab/ScreenWindowEffectsView.h"
 #include "console/scene_tab/SlidesSourceSection.h"
 #include "console/sheets/CameraSelectorView.h"
 #include "console/sheets/ScreenSelectorView.h"
@@ -47,7 +49,13 @@ SceneTabView::SceneTabView(StreamManager& streamManager, QWidget* parent)
     sources_ = new SceneSourcesList;
     connect(sources_, &SceneSourcesList::selectRequested, this, &SceneTabView::selectSource);
     connect(sources_, &SceneSourcesList::deleteRequested, this, &SceneTabView::deleteSource);
+    connect(sources_, &SceneSourcesList::manageRequested, this, &SceneTabView::manageSourcesRequested);
     column->addWidget(sources_);
+    const SourceSettingsPanel::SourceUpdate update = [this](const Source& s) { updateSourceConfiguration(s); };
+    cameraSettings_ = new CameraConfigurationView(update);
+    column->addWidget(cameraSettings_);
+    visualEffects_ = new ScreenWindowEffectsView(update);
+    column->addWidget(visualEffects_);
     slides_ = new SlidesSourceSection(editor);
     column->addWidget(slides_);
     column->addWidget(SidebarStyle::divider());
@@ -104,6 +112,14 @@ void SceneTabView::refresh(bool sceneChanged) {
     layout_->setScene(scene_);
     sources_->setScene(scene_);
     slides_->setScene(scene_);
+    // The selected source's own settings, for cameras and captures.
+    const Source* selected = scene_ ? scene_->selectedSource() : nullptr;
+    const bool camera = selected && selected->type == SourceType::camera;
+    const bool capture = selected && (selected->type == SourceType::screen || selected->type == SourceType::window);
+    if (camera) cameraSettings_->setSource(*selected);
+    if (capture) visualEffects_->setSource(*selected);
+    cameraSettings_->setVisible(camera);
+    visualEffects_->setVisible(capture);
     addBlock_->setVisible(scene_.has_value());
     addNone_->setVisible(!scene_);
 }
@@ -170,6 +186,18 @@ void SceneTabView::deleteSource(const Uuid& id) {
             else
                 s.selectedSourceId = s.sources.front().id;
         }
+    });
+}
+
+void SceneTabView::updateSourceConfiguration(const Source& source) {
+    if (!scene_) return;
+    const bool present = std::any_of(scene_->sources.begin(), scene_->sources.end(),
+                                     [&](const Source& s) { return s.id == source.id; });
+    if (!present) return;
+    const Source updated = source;
+    apply([updated](StreamingScene& s) {
+        for (Source& existing : s.sources)
+            if (existing.id == updated.id) existing = updated;
     });
 }
 

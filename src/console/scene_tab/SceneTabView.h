@@ -16,6 +16,7 @@ class QLineEdit;
 namespace orvane {
 
 class CameraBackend;
+class CameraConfigurationView;
 class CameraSelectorView;
 class CaptureBackend;
 class QuickAddButton;
@@ -24,6 +25,7 @@ class SceneLayoutSection;
 class SlidesSourceSection;
 class SceneSourcesList;
 class ScreenSelectorView;
+class ScreenWindowEffectsView;
 class StreamManager;
 class WindowSelectorView;
 
@@ -54,6 +56,8 @@ public:
     void addSlidesSource();
     void deleteSource(const Uuid& id);
     void selectSource(const Uuid& id);
+    // Replaces the scene's source of the same id; one that is gone is skipped.
+    void updateSourceConfiguration(const Source& source);
 
     ScreenSelectorView* showScreenSelector();
     WindowSelectorView* showWindowSelector();
@@ -64,6 +68,9 @@ public:
     SceneLayoutSection* layoutSection() const { return layout_; }
     SceneSourcesList* sourcesList() const { return sources_; }
     SlidesSourceSection* slidesSection() const { return slides_; }
+    CameraConfigurationView* cameraSettings() const { return cameraSettings_; }
+    ScreenWindowEffectsView* visualEffects() const { return visualEffects_; }
+    CaptureBackend* captureBackend() const { return capture_; }
     QuickAddButton* addScreenButton() const { return addScreen_; }
     QuickAddButton* addWindowButton() const { return addWindow_; }
     QuickAddButton* addCameraButton() const { return addCamera_; }
@@ -72,6 +79,8 @@ public:
 signals:
     // After each write, with the scene as written.
     void sceneWritten(const orvane::StreamingScene& scene);
+    // The button beside "SOURCES": the source manager should open.
+    void manageSourcesRequested();
 
 private:
     bool canAddSources() const;
@@ -91,6 +100,8 @@ private:
     SceneLayoutSection* layout_ = nullptr;
     SceneSourcesList* sources_ = nullptr;
     SlidesSourceSection* slides_ = nullptr;
+    CameraConfigurationView* cameraSettings_ = nullptr;
+    ScreenWindowEffectsView* visualEffects_ = nullptr;
     QWidget* addBlock_ = nullptr;
     QWidget* addNone_ = nullptr;
     QuickAddButton* addScreen_ = nullptr;

@@ -1,9 +1,9 @@
 #include "console/scene_tab/SourceRowView.h"
 
-#include <QMessageBox>
 #include <QPainter>
 #include <QPainterPath>
 
+#include "console/controls/ConfirmDialog.h"
 #include "console/controls/SidebarStyle.h"
 #include "console/controls/SymbolButton.h"
 #include "console/controls/Symbols.h"
@@ -46,22 +46,18 @@ QString SourceRowView::typeTitle(SourceType type) {
 
 bool SourceRowView::isDeleteButtonVisible() const { return trash_->isVisibleTo(this); }
 
-QMessageBox* SourceRowView::confirmDelete() {
+ConfirmDialog* SourceRowView::confirmDelete() {
     if (confirmation_) return confirmation_;
-    confirmation_ = new QMessageBox(window());
-    confirmation_->setWindowTitle(QStringLiteral("Delete Source"));
-    confirmation_->setText(QStringLiteral("Delete Source"));
-    confirmation_->setInformativeText(
-        QStringLiteral("Remove '%1' from this scene?").arg(QString::fromStdString(source_.name)));
-    confirmation_->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    QPushButton* remove = confirmation_->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    confirmation_->setAttribute(Qt::WA_DeleteOnClose);
+    confirmation_ = new ConfirmDialog(
+        QStringLiteral("Delete Source"),
+        QStringLiteral("Remove '%1' from this scene?").arg(QString::fromStdString(source_.name)),
+        QStringLiteral("Delete"), window());
     const Uuid id = source_.id;
     // The row may be rebuilt while the alert is up; the alert answers for
     // the source, not for the row.
     QPointer<SourceRowView> self(this);
-    connect(confirmation_, &QMessageBox::buttonClicked, confirmation_, [self, remove, id](QAbstractButton* button) {
-        if (button == remove && self) emit self->deleteRequested(id);
+    connect(confirmation_, &ConfirmDialog::confirmed, confirmation_, [self, id] {
+        if (self) emit self->deleteRequested(id);
     });
     confirmation_->open();
     return confirmation_;

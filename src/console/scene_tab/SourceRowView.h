@@ -5,9 +5,10 @@
 
 #include "document/Source.h"
 
-class QMessageBox;
 
 namespace orvane {
+
+class ConfirmDialog;
 
 class SymbolButton;
 
@@ -26,7 +27,7 @@ public:
     static QString typeTitle(SourceType type);
 
     // Opens the "Delete Source" alert; its "Delete" emits deleteRequested.
-    QMessageBox* confirmDelete();
+    ConfirmDialog* confirmDelete();
 
 signals:
     void selectRequested(const orvane::Uuid& id);
@@ -44,7 +45,7 @@ private:
     bool isSelected_ = false;
     bool isHovering_ = false;
     SymbolButton* trash_ = nullptr;
-    QPointer<QMessageBox> confirmation_;
+    QPointer<ConfirmDialog> confirmation_;
 };
 
 }  // namespace orvane

@@ -7,7 +7,9 @@
 #include "console/controls/QuickAddButton.h"
 #include "console/controls/SidebarStyle.h"
 #include "console/scene_tab/SceneBackgroundSection.h"
+#include "console/scene_tab/SceneBrandingSection.h"
 #include "console/scene_tab/SceneLayoutSection.h"
+#include "console/scene_tab/SceneProgressBarSection.h"
 #include "console/scene_tab/SceneSourcesList.h"
 #include "console/scene_tab/SlidesSourceSection.h"
 #include "console/sheets/CameraSelectorView.h"
@@ -78,6 +80,13 @@ SceneTabView::SceneTabView(StreamManager& streamManager, QWidget* parent)
     none->addWidget(SidebarStyle::caption(QStringLiteral("Add scene to add sources"), 11), 0, Qt::AlignHCenter);
     addColumn->addWidget(addNone_);
     column->addLayout(addColumn);
+
+    // Branding and the progress bar: what this scene shows of the preset's.
+    column->addWidget(SidebarStyle::divider());
+    branding_ = new SceneBrandingSection(streamManager_, editor);
+    column->addWidget(branding_);
+    progressBar_ = new SceneProgressBarSection(streamManager_, editor);
+    column->addWidget(progressBar_);
     column->addStretch();
     refresh(true);
 }
@@ -106,6 +115,8 @@ void SceneTabView::refresh(bool sceneChanged) {
     slides_->setScene(scene_);
     addBlock_->setVisible(scene_.has_value());
     addNone_->setVisible(!scene_);
+    branding_->setScene(scene_);
+    progressBar_->setScene(scene_);
 }
 
 void SceneTabView::apply(const SceneEdit& edit) {

@@ -34,18 +34,14 @@ SceneBrandingSection::SceneBrandingSection(StreamManager& streamManager, SceneEd
     auto* with = new QVBoxLayout(withBranding_);
     with->setContentsMargins(0, 0, 0, 0);
     with->setSpacing(6);
-    auto* switchRow = new QHBoxLayout;
-    auto* switchText = new QVBoxLayout;
-    switchText->setSpacing(2);
-    switchText->addWidget(SidebarStyle::label(QStringLiteral("Enable Preset Branding"), 12, Theme::Weight::medium));
-    switchText->addWidget(SidebarStyle::caption(QStringLiteral("Show/hide branding for this scene")));
-    switchRow->addLayout(switchText, 1);
+    // The switch carries its own label, so that a screen reader finds one
+    // control by that name.
     enabled_ = new ToggleSwitch(QStringLiteral("Enable Preset Branding"));
-    enabled_->setLabelVisible(false);
+    enabled_->setFont(Theme::font(12, Theme::Weight::medium));
     connect(enabled_, &ToggleSwitch::toggled, this,
             [this](bool on) { editor_([on](StreamingScene& s) { s.brandingEnabled = on; }); });
-    switchRow->addWidget(enabled_, 0, Qt::AlignTop);
-    with->addLayout(switchRow);
+    with->addWidget(enabled_);
+    with->addWidget(SidebarStyle::caption(QStringLiteral("Show/hide branding for this scene")));
 
     summary_ = SidebarStyle::card();
     auto* summary = new QVBoxLayout(summary_);

@@ -25,9 +25,8 @@ SceneProgressBarSection::SceneProgressBarSection(StreamManager& streamManager, S
     switchRow_ = new QWidget;
     auto* row = new QHBoxLayout(switchRow_);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(SidebarStyle::label(QStringLiteral("Show in This Scene"), 12, Theme::Weight::medium), 1);
     show_ = new ToggleSwitch(QStringLiteral("Show in This Scene"));
-    show_->setLabelVisible(false);
+    show_->setFont(Theme::font(12, Theme::Weight::medium));
     connect(show_, &ToggleSwitch::toggled, this,
             [this](bool on) { editor_([on](StreamingScene& s) { s.progressBarEnabled = on; }); });
     row->addWidget(show_);

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -91,7 +92,9 @@ PresetBrandingSection::PresetBrandingSection(StreamManager& streamManager, QWidg
     text_ = new QLineEdit;
     text_->setPlaceholderText(QStringLiteral("Enter branding text"));
     text_->setAccessibleName(QStringLiteral("Branding Text"));
-    connect(text_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    // Typed or set by assistive technology alike; the panel's own updates
+    // below are silent.
+    connect(text_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const std::string value = text.toStdString();
         edit([value](BrandingConfig& c) { c.text = value; });
     });
@@ -240,7 +243,10 @@ void PresetBrandingSection::refresh() {
     const QString text = QString::fromStdString(c.text);
     // Only a change from elsewhere replaces the field, so typing is never
     // disturbed.
-    if (text_->text() != text) text_->setText(text);
+    if (text_->text() != text) {
+        const QSignalBlocker block(text_);
+        text_->setText(text);
+    }
     textSize_->setValue(c.textSize);
     const bool hasLogo = c.logoImagePath.has_value();
     removeLogo_->setVisible(hasLogo);

@@ -36,9 +36,16 @@ ProgressBarConfigView::ProgressBarConfigView(StreamManager& streamManager, QWidg
     setWindowTitle(QStringLiteral("Progress Bar Configuration"));
     setAccessibleName(QStringLiteral("Progress Bar Configuration"));
     setModal(true);
-    setMinimumSize(420, 560);
+    setMinimumSize(420, 660);
     setObjectName(QStringLiteral("progressBarSheet"));
-    setStyleSheet(QStringLiteral("#progressBarSheet { background: rgb(33,38,46); }"));
+    // The sidebar's thin scroll bars, since a sheet is a window of its own.
+    setStyleSheet(QStringLiteral(
+        "#progressBarSheet { background: rgb(33,38,46); }"
+        "QScrollBar:vertical { width: 6px; background: transparent; margin: 2px 0; }"
+        "QScrollBar::handle { background: rgba(255,255,255,0.18); border-radius: 3px; min-height: 24px; }"
+        "QScrollBar::handle:hover { background: rgba(255,255,255,0.3); }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }"));
 
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QStandardPaths>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -251,6 +252,10 @@ TEST(BrandingPanel, TheFileDialogAsksForOneImageAndHandsItOver) {
     EXPECT_TRUE(dialog->nameFilters().join(' ').contains(QStringLiteral("*.png")));
     EXPECT_TRUE(dialog->nameFilters().join(' ').contains(QStringLiteral("*.jpeg")));
     EXPECT_TRUE(dialog->isVisible());
+    // It opens where pictures are kept, or at home.
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    EXPECT_EQ(dialog->directory().absolutePath(),
+              QDir(QDir(pictures).exists() ? pictures : QDir::homePath()).absolutePath());
     dialog->selectFile(original);
     // As the dialog's own button does.
     ASSERT_TRUE(QMetaObject::invokeMethod(dialog, "accept", Qt::DirectConnection));

@@ -134,6 +134,26 @@ TEST(ProgressBarPanel, TickingAStepStoresItTellsTheOverlayAndSaysSo) {
     EXPECT_FALSE(f.stored().progressBar->steps[1].isCompleted);
 }
 
+TEST(ProgressBarPanel, StepChangesCopyTheCurrentPresetChangeAssignAndSave) {
+    ProgressFixture f({"Intro", "Demo"});
+    // Changes made to the session since the panels were built are kept.
+    Preset renamed = *f.s.streamManager->currentPreset();
+    renamed.name = "Renamed Elsewhere";
+    renamed.hideProgramWhenPopout = !renamed.hideProgramWhenPopout;
+    f.s.streamManager->setCurrentPreset(renamed);
+    QTest::mouseClick(f.section()->stepButtons()[0], Qt::LeftButton);
+    ProgressBarConfigView sheet(*f.s.streamManager);
+    sheet.moveStepDown(f.s.streamManager->currentPreset()->progressBar->steps[0].id);
+    const Preset& current = *f.s.streamManager->currentPreset();
+    EXPECT_EQ(current.name, "Renamed Elsewhere");
+    EXPECT_TRUE(current.progressBar->steps[0].isCompleted);
+    EXPECT_EQ(current.progressBar->steps[0].order, 1);
+    const Preset stored = f.stored();
+    EXPECT_EQ(stored.name, "Renamed Elsewhere");
+    EXPECT_EQ(stored.hideProgramWhenPopout, renamed.hideProgramWhenPopout);
+    EXPECT_EQ(stored.progressBar, current.progressBar);
+}
+
 TEST(ProgressBarPanel, TheSectionListsTheStepsByOrder) {
     ProgressFixture f({"A", "B", "C"});
     Preset p = *f.s.streamManager->currentPreset();

@@ -98,11 +98,11 @@ def main(app, out, images=None):
     preset["activeSceneId"] = slides["id"]
     preset.pop("branding", None)
     preset.pop("progressBar", None)
-    logo = os.path.join(out + "-input", "orvane-logo.png")
-    os.makedirs(os.path.dirname(logo), exist_ok=True)
-    write_png(logo, 64, 32, (230, 120, 20))
-
     with ConsoleDriver(app, out) as console:
+        # The chosen file lives outside the application's directories.
+        logo = os.path.join(out, "input", "orvane-logo.png")
+        os.makedirs(os.path.dirname(logo))
+        write_png(logo, 64, 32, (230, 120, 20))
         console.write_preset(preset)
         console.start(width=1600, height=1000)
         console.press(preset["name"])
@@ -125,6 +125,9 @@ def main(app, out, images=None):
                           and "name" in (o.get_name() or "").lower()), None),
             10, "the file name field of the file dialog")
         console.set_text(name_field, logo, role="text")
+        if images:
+            shot = console.screenshot(os.path.join(out, "logo-dialog.png"))
+            crop(shot, extents(console, dialog), os.path.join(out, "logo-dialog-only.png"))
         console.press("Select", role="push button", root=dialog)
         console.wait_for_log("✅ Logo copied to: ", 15)
         console.wait_for(lambda: not any(w.get_name() == "Select a logo image" for w in console.windows()), 10,
@@ -167,6 +170,9 @@ def main(app, out, images=None):
             console.press("Add Step", role="push button", root=sheet)
             add = console.window("Add Step", 20)
             console.set_text(console.field("Step Title", root=add), title)
+            if images and title == "Welcome":
+                shot = console.screenshot(os.path.join(out, "add-step.png"))
+                crop(shot, extents(console, add), os.path.join(images, "progress-bar-add-step.png"))
             console.press("Add Step", role="push button", root=add)
             console.wait_for(lambda: not any(w.get_name() == "Add Step" for w in console.windows()), 10,
                              "the add-step sheet to close")

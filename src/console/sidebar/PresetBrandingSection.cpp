@@ -1,5 +1,6 @@
 #include "console/sidebar/PresetBrandingSection.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -7,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -208,6 +210,9 @@ QFileDialog* PresetBrandingSection::selectImage() {
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setNameFilter(brandingImageFilter());
     dialog->setLabelText(QFileDialog::Accept, QStringLiteral("Select"));
+    // Where pictures usually are, not wherever the program was started.
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    dialog->setDirectory(QDir(pictures).exists() ? pictures : QDir::homePath());
     connect(dialog, &QFileDialog::fileSelected, this, &PresetBrandingSection::chooseLogo);
     dialog->open();
     return dialog;

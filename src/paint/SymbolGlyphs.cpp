@@ -76,6 +76,7 @@ constexpr std::array kGlyphs = std::to_array<SymbolGlyph>({
     {"pencil.tip.crop.circle", "draw", 0xe746},
     {"pencil.tip.crop.circle.badge.plus", "edit_note", 0xe745},
     {"person.fill", "person", 0xe7fd},
+    {"photo", "image", 0xe3f4},
     {"photo.badge.plus", "add_photo_alternate", 0xe43e},
     {"pin.fill", "push_pin", 0xf10d},
     {"pin.slash", "push_pin", 0xf10d},

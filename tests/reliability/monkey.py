@@ -45,7 +45,7 @@ FORBIDDEN_NAMES = {
     "Quit", "Quit OrvaneUI",
 }
 # Dialogs that browse the file system: closed with Escape, never used.
-FILE_DIALOG_TITLES = ("Choose Image", "Choose", "Open", "Select Folder", "Save")
+FILE_DIALOG_TITLES = ("Choose Image", "Choose", "Open", "Select Folder", "Save", "Select a logo image")
 TEXT_ROLES = {"text", "entry", "paragraph", "document text", "editbar"}
 TYPED_CHARACTERS = ("abcdefghijklmnopqrstuvwxyz" "ABCDEFGHIJKLMNOPQRSTUVWXYZ" "0123456789" "     .,-!?#*_()[]/"
                     "äöüéß")

@@ -8,7 +8,9 @@
 #include "console/controls/SidebarStyle.h"
 #include "console/scene_tab/CameraConfigurationView.h"
 #include "console/scene_tab/SceneBackgroundSection.h"
+#include "console/scene_tab/SceneBrandingSection.h"
 #include "console/scene_tab/SceneLayoutSection.h"
+#include "console/scene_tab/SceneProgressBarSection.h"
 #include "console/scene_tab/SceneSourcesList.h"
 #include "console/scene_tab/ScreenWindowEffectsView.h"
 #include "console/scene_tab/SlidesSourceSection.h"
@@ -86,6 +88,13 @@ SceneTabView::SceneTabView(StreamManager& streamManager, QWidget* parent)
     none->addWidget(SidebarStyle::caption(QStringLiteral("Add scene to add sources"), 11), 0, Qt::AlignHCenter);
     addColumn->addWidget(addNone_);
     column->addLayout(addColumn);
+
+    // Branding and the progress bar: what this scene shows of the preset's.
+    column->addWidget(SidebarStyle::divider());
+    branding_ = new SceneBrandingSection(streamManager_, editor);
+    column->addWidget(branding_);
+    progressBar_ = new SceneProgressBarSection(streamManager_, editor);
+    column->addWidget(progressBar_);
     column->addStretch();
     refresh(true);
 }
@@ -122,6 +131,8 @@ void SceneTabView::refresh(bool sceneChanged) {
     visualEffects_->setVisible(capture);
     addBlock_->setVisible(scene_.has_value());
     addNone_->setVisible(!scene_);
+    branding_->setScene(scene_);
+    progressBar_->setScene(scene_);
 }
 
 void SceneTabView::apply(const SceneEdit& edit) {

@@ -21,7 +21,9 @@ class CameraSelectorView;
 class CaptureBackend;
 class QuickAddButton;
 class SceneBackgroundSection;
+class SceneBrandingSection;
 class SceneLayoutSection;
+class SceneProgressBarSection;
 class SlidesSourceSection;
 class SceneSourcesList;
 class ScreenSelectorView;
@@ -75,6 +77,8 @@ public:
     QuickAddButton* addWindowButton() const { return addWindow_; }
     QuickAddButton* addCameraButton() const { return addCamera_; }
     QuickAddButton* addSlidesButton() const { return addSlides_; }
+    SceneBrandingSection* brandingSection() const { return branding_; }
+    SceneProgressBarSection* progressBarSection() const { return progressBar_; }
 
 signals:
     // After each write, with the scene as written.
@@ -108,6 +112,8 @@ private:
     QuickAddButton* addWindow_ = nullptr;
     QuickAddButton* addCamera_ = nullptr;
     QuickAddButton* addSlides_ = nullptr;
+    SceneBrandingSection* branding_ = nullptr;
+    SceneProgressBarSection* progressBar_ = nullptr;
 };
 
 }  // namespace orvane

@@ -8,6 +8,8 @@
 #include "console/controls/SidebarStyle.h"
 #include "console/controls/ToggleSwitch.h"
 #include "console/presets/PresetEdit.h"
+#include "console/sidebar/PresetBrandingSection.h"
+#include "console/sidebar/ProgressBarSection.h"
 #include "console/sidebar/SceneTransitionsSection.h"
 #include "engine/StreamManager.h"
 #include "teleprompter/TeleprompterSection.h"
@@ -34,6 +36,13 @@ PresetTabView::PresetTabView(StreamManager& streamManager, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 16);
     column->setSpacing(14);
+
+    branding_ = new PresetBrandingSection(streamManager_);
+    column->addWidget(branding_);
+    column->addWidget(SidebarStyle::divider());
+    progressBar_ = new ProgressBarSection(streamManager_);
+    column->addWidget(progressBar_);
+    column->addWidget(SidebarStyle::divider());
 
     transitions_ = new SceneTransitionsSection(streamManager_);
     column->addWidget(transitions_);

@@ -7,6 +7,8 @@
 
 namespace orvane {
 
+class PresetBrandingSection;
+class ProgressBarSection;
 class SceneTransitionsSection;
 class SegmentedButton;
 class StreamManager;
@@ -25,6 +27,8 @@ public:
     // Adds the teleprompter block below the transitions.
     void setTeleprompterManager(TeleprompterManager* teleprompter);
 
+    PresetBrandingSection* branding() const { return branding_; }
+    ProgressBarSection* progressBar() const { return progressBar_; }
     SceneTransitionsSection* transitions() const { return transitions_; }
     TeleprompterSection* teleprompterSection() const { return teleprompter_; }
     ToggleSwitch* hideProgramSwitch() const { return hideProgram_; }
@@ -35,6 +39,8 @@ private:
     void refresh();
 
     StreamManager& streamManager_;
+    PresetBrandingSection* branding_ = nullptr;
+    ProgressBarSection* progressBar_ = nullptr;
     SceneTransitionsSection* transitions_ = nullptr;
     TeleprompterSection* teleprompter_ = nullptr;
     ToggleSwitch* hideProgram_ = nullptr;

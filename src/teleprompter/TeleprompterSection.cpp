@@ -124,9 +124,23 @@ void TeleprompterSection::setEnabledInPreset(bool enabled) {
 
 void TeleprompterSection::openConfigSheet() {
     if (!streamManager_) return;
-    TeleprompterConfigView sheet(*streamManager_, teleprompterSettings(streamManager_).value_or(TeleprompterConfig{}),
-                                 manager_, window());
-    sheet.exec();
+    if (sheet_) {
+        sheet_->raise();
+        sheet_->activateWindow();
+        return;
+    }
+    sheet_ = new TeleprompterConfigView(*streamManager_,
+                                        teleprompterSettings(streamManager_).value_or(TeleprompterConfig{}), manager_,
+                                        window());
+    sheet_->setAttribute(Qt::WA_DeleteOnClose);
+    // An open teleprompter floats above every window; the sheet joins it
+    // there, or it would open underneath and out of reach.
+    const QWidget* prompter = manager_ ? manager_->teleprompterWindow() : nullptr;
+    if (prompter && prompter->isVisible() && prompter->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        sheet_->setWindowFlag(Qt::WindowStaysOnTopHint, true);
+    sheet_->open();
+    sheet_->raise();
+    sheet_->activateWindow();
 }
 
 void TeleprompterSection::refresh() {

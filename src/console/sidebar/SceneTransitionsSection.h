@@ -17,12 +17,16 @@ class SceneTransitionsSection : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr double noPresetDuration = 0.3;
+
     explicit SceneTransitionsSection(StreamManager& streamManager, QWidget* parent = nullptr);
 
     ToggleSwitch* enabledSwitch() const { return enabled_; }
     QPushButton* typeButton() const { return type_; }
     QSlider* durationSlider() const { return duration_; }
     QLabel* durationText() const { return durationText_; }
+    // "Transition Type", "Duration" and the info line, shown while on.
+    QWidget* details() const { return details_; }
 
 private:
     void refresh();

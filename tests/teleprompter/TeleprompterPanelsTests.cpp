@@ -163,6 +163,8 @@ TEST(TeleprompterSection, SettingsSheetOpensAboveAnOpenTeleprompter) {
     ASSERT_NE(sheet, nullptr);
     EXPECT_TRUE(sheet->isVisible());
     EXPECT_TRUE(sheet->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(sheet->parentWidget(), prompter);  // kept above it by the window manager
+    EXPECT_EQ(sheet->windowModality(), Qt::ApplicationModal);
     // A second press brings the same sheet forward.
     section.settingsButton()->click();
     EXPECT_EQ(section.configSheet(), sheet);

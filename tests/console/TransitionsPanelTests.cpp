@@ -73,6 +73,9 @@ TEST(TransitionsPanel, DisabledHidesTypeDurationAndTheInfoLine) {
 }
 
 TEST(TransitionsPanel, MenuEntriesAreReachableAndChosenThroughTheirAccessibleAction) {
+    // After the application's own factory and before the panel's buttons,
+    // as the application root does.
+    test::ensureApplication();
     ConsoleAccessibility::install();
     Panel p(true);
     QAccessibleInterface* type = QAccessible::queryAccessibleInterface(p.section->typeButton());

@@ -1,6 +1,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -91,6 +92,14 @@ TEST(AccessibleActions, PressAndToggleDoWhatAClickDoes) {
     EXPECT_EQ(runFirstAction(box), QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(QTest::qWaitFor([&] { return boxClicks == 1; }, 3000));
     EXPECT_TRUE(box->isChecked());
+
+    // Widgets inside a button stay its children.
+    auto* row = new QPushButton(&window);
+    auto* inside = new QLabel(QStringLiteral("Inside"), row);
+    QAccessibleInterface* rowAccess = QAccessible::queryAccessibleInterface(row);
+    ASSERT_EQ(rowAccess->childCount(), 1);
+    EXPECT_EQ(rowAccess->child(0)->object(), inside);
+    EXPECT_EQ(rowAccess->indexOfChild(rowAccess->child(0)), 0);
 
     // A disabled control offers nothing to run.
     plain->setEnabled(false);

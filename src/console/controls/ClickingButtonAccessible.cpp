@@ -67,10 +67,17 @@ QAccessible::State ClickingButtonAccessible::state() const {
     return state;
 }
 
-int ClickingButtonAccessible::childCount() const { return int(menuEntries(button()).size()); }
+// Children: the widgets inside the button, as Qt gives them, then the menu's
+// entries.
+int ClickingButtonAccessible::childCount() const {
+    return QAccessibleWidget::childCount() + int(menuEntries(button()).size());
+}
 
 QAccessibleInterface* ClickingButtonAccessible::child(int index) const {
+    const int inside = QAccessibleWidget::childCount();
+    if (index < inside) return QAccessibleWidget::child(index);
     const QList<QAction*> entries = menuEntries(button());
+    index -= inside;
     if (index < 0 || index >= entries.size()) return nullptr;
     // Made by the console's factory, which finds the entry's button.
     return QAccessible::queryAccessibleInterface(entries[index]);
@@ -78,10 +85,12 @@ QAccessibleInterface* ClickingButtonAccessible::child(int index) const {
 
 int ClickingButtonAccessible::indexOfChild(const QAccessibleInterface* child) const {
     if (!child) return -1;
-    return int(menuEntries(button()).indexOf(qobject_cast<QAction*>(child->object())));
+    if (auto* action = qobject_cast<QAction*>(child->object())) {
+        const int at = int(menuEntries(button()).indexOf(action));
+        return at < 0 ? -1 : QAccessibleWidget::childCount() + at;
+    }
+    return QAccessibleWidget::indexOfChild(child);
 }
-
-QAccessibleInterface* ClickingButtonAccessible::childAt(int, int) const { return nullptr; }
 
 QStringList ClickingButtonAccessible::actionNames() const {
     QStringList names;

@@ -15,8 +15,8 @@ namespace orvane {
 // "toggle" both click, as a pointer would; the name, role and states stay
 // as Qt gives them.
 //
-// A push button with a menu also offers its menu's entries as its children
-// for as long as it shows, each found by its name and chosen by its action
+// A push button with a menu also offers its menu's entries as children
+// (after any widgets inside it) for as long as it shows, each found by its name and chosen by its action
 // (MenuEntryAccessible): a popup menu is not part of the window tree, so
 // without this the entries could not be reached. The menu is looked up at
 // each question, so a menu set after the button was made counts.
@@ -34,7 +34,6 @@ public:
     int childCount() const override;
     QAccessibleInterface* child(int index) const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
-    QAccessibleInterface* childAt(int x, int y) const override;
     QStringList actionNames() const override;
     void doAction(const QString& actionName) override;
     QStringList keyBindingsForAction(const QString& actionName) const override;

@@ -25,8 +25,6 @@ public:
     QPushButton* typeButton() const { return type_; }
     QSlider* durationSlider() const { return duration_; }
     QLabel* durationText() const { return durationText_; }
-    // "Transition Type", "Duration" and the info line, shown while on.
-    QWidget* details() const { return details_; }
 
 private:
     void refresh();

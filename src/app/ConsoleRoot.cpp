@@ -16,6 +16,7 @@
 #include "console/bars/BottomBarView.h"
 #include "console/bars/TopBarView.h"
 #include "console/bars/WindowManager.h"
+#include "console/controls/ConsoleAccessibility.h"
 #include "console/main_window/ContentView.h"
 #include "console/main_window/MainStreamingView.h"
 #include "console/onboarding/PermissionsManager.h"
@@ -41,6 +42,8 @@ ConsoleRoot::ConsoleRoot(PresetStorage& storage, std::unique_ptr<QSettings> sett
 
 ConsoleRoot::ConsoleRoot(std::unique_ptr<StreamManager> session)
     : session_(std::move(session)), deviceNodes_({QStringLiteral("/dev")}) {
+    // Before any window: every button's accessible action clicks it.
+    ConsoleAccessibility::install();
     StreamManager& s = *session_;
 
     captureBackend_ = std::make_unique<X11CaptureBackend>();

@@ -12,6 +12,7 @@
 #include "paint/SymbolPainter.h"
 #include "slides/MarkdownContentView.h"
 #include "slides/MarkdownRenderer.h"
+#include "slides/MarkdownTextView.h"
 #include "slides/SlideImageLoader.h"
 
 namespace orvane {
@@ -127,7 +128,7 @@ SlidesRenderer::Painted SlidesRenderer::paint(QPainter& painter, QRectF box, con
         return {};
     }
 
-    const Painted painted = paintSlide(painter, view, deck, *slide, true, scroll, now);
+    const Painted painted = paintSlide(painter, view, deck, *slide, Reading::stage, scroll, now);
     paintPageControl(painter, view, currentIndex, static_cast<int>(deck.slides.size()));
     painter.restore();
     return painted;
@@ -142,13 +143,21 @@ void SlidesRenderer::paintPreview(QPainter& painter, QRectF box, const SlidesRes
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setRenderHint(QPainter::TextAntialiasing);
     painter.fillRect(QRectF(QPointF(0, 0), box.size()), ColorConvert::from(slide.backgroundColor));
-    paintSlide(painter, box.size(), deck, slide, false, 0, 0);
+    paintSlide(painter, box.size(), deck, slide, Reading::editorPreview, 0, 0);
     painter.restore();
 }
 
 SlidesRenderer::Painted SlidesRenderer::paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck,
-                                                   const Slide& slide, bool underPageControl, double scroll,
+                                                   const Slide& slide, Reading reading, double scroll,
                                                    double now) {
+    // The stage reads the full dialect at its own sizes, above the page
+    // control; the editor's preview keeps its simpler reader and sizes.
+    const bool underPageControl = reading == Reading::stage;
+    const auto parse = reading == Reading::stage ? &MarkdownContentView::parseMarkdown : &MarkdownTextView::parseMarkdown;
+    const MarkdownRenderer::InlineMarks inlineMarks = reading == Reading::stage
+                                                          ? &MarkdownContentView::processInlineMarkdown
+                                                          : &MarkdownTextView::processInlineMarkdown;
+    const auto styleFor = reading == Reading::stage ? &MarkdownStyle::stage : &MarkdownStyle::preview;
     const double w = view.width();
     const bool hasImage = slide.imageUrl.has_value() && !slide.imageUrl->empty();
     const bool isBackground = slide.imagePosition == ImagePosition::background;
@@ -248,12 +257,12 @@ SlidesRenderer::Painted SlidesRenderer::paintSlide(QPainter& painter, QSizeF vie
         }
     }
 
-    const std::vector<MarkdownElement> elements = MarkdownContentView::parseMarkdown(QString::fromStdString(slide.content));
-    const MarkdownStyle style = MarkdownStyle::stage(QSizeF(textArea.width(), body.height()), slide.textScale);
+    const std::vector<MarkdownElement> elements = parse(QString::fromStdString(slide.content));
+    const MarkdownStyle style = styleFor(QSizeF(textArea.width(), body.height()), slide.textScale);
     const MarkdownRenderer::Colors colors{ColorConvert::from(deck.textColor), ColorConvert::from(deck.accentColor)};
     // Measured first: how far the body reaches decides how far it scrolls.
     const double textHeight = MarkdownRenderer::render(nullptr, painter.device(), textArea, elements, style, colors,
-                                                       slide.textAlignment, &MarkdownContentView::processInlineMarkdown);
+                                                       slide.textAlignment, inlineMarks);
     if (showPicture && slide.imagePosition == ImagePosition::bottom)
         pictureAt = QRectF(QPointF(content.left(), textArea.top() + textHeight + gap), pictureSize);
     double bottom = textArea.top() + textHeight;
@@ -264,7 +273,7 @@ SlidesRenderer::Painted SlidesRenderer::paintSlide(QPainter& painter, QSizeF vie
 
     if (pictureAt) drawPicture(*pictureAt);
     MarkdownRenderer::render(&painter, painter.device(), textArea, elements, style, colors, slide.textAlignment,
-                             &MarkdownContentView::processInlineMarkdown);
+                             inlineMarks);
     painter.restore();
     return {reach, showPicture && picture.state == SlideImageLoader::State::loading};
 }

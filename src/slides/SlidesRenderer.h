@@ -37,8 +37,9 @@ public:
     Painted paint(QPainter& painter, QRectF box, const SlidesResource& deck, int currentIndex, double scroll = 0,
                   double now = 0);
 
-    // One slide as the stages draw it, on its background and with the same
-    // arrangement, but without the page control: the editor's preview.
+    // One slide on its background and with the stages' arrangement, but
+    // without the page control, its text read by the editor's own reader
+    // (MarkdownTextView) at the preview's sizes: the editor's preview.
     void paintPreview(QPainter& painter, QRectF box, const SlidesResource& deck, const Slide& slide);
 
     // Which page button lies under a point of the box (box coordinates,
@@ -58,8 +59,12 @@ public:
                                                const QPaintDevice* device);
 
 private:
+    // Who reads the slide's text: the stage (full dialect, stage sizes, room
+    // for the page control) or the editor's preview.
+    enum class Reading { stage, editorPreview };
+
     Painted paintSlide(QPainter& painter, QSizeF view, const SlidesResource& deck, const Slide& slide,
-                       bool underPageControl, double scroll, double now);
+                       Reading reading, double scroll, double now);
     void paintPageControl(QPainter& painter, QSizeF view, int currentIndex, int slideCount);
 
     SlideImageLoader& loader_;

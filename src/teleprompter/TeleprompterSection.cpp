@@ -124,9 +124,27 @@ void TeleprompterSection::setEnabledInPreset(bool enabled) {
 
 void TeleprompterSection::openConfigSheet() {
     if (!streamManager_) return;
-    TeleprompterConfigView sheet(*streamManager_, teleprompterSettings(streamManager_).value_or(TeleprompterConfig{}),
-                                 manager_, window());
-    sheet.exec();
+    if (sheet_) {
+        sheet_->raise();
+        sheet_->activateWindow();
+        return;
+    }
+    // An open teleprompter floats above every window. The sheet belongs to
+    // it then, so that the window manager keeps the sheet above it, and
+    // floats as well; otherwise it would open underneath and out of reach.
+    QWidget* prompter = manager_ ? manager_->teleprompterWindow() : nullptr;
+    const bool aboveTeleprompter = prompter && prompter->isVisible();
+    sheet_ = new TeleprompterConfigView(*streamManager_,
+                                        teleprompterSettings(streamManager_).value_or(TeleprompterConfig{}), manager_,
+                                        aboveTeleprompter ? prompter : window());
+    sheet_->setAttribute(Qt::WA_DeleteOnClose);
+    if (aboveTeleprompter && prompter->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        sheet_->setWindowFlag(Qt::WindowStaysOnTopHint, true);
+    // Modal for the whole console, as the sheet always was.
+    sheet_->setWindowModality(Qt::ApplicationModal);
+    sheet_->show();
+    sheet_->raise();
+    sheet_->activateWindow();
 }
 
 void TeleprompterSection::refresh() {

@@ -7,6 +7,7 @@
 #include "teleprompter/TeleprompterManager.h"
 
 class QCheckBox;
+class QDialog;
 class QLabel;
 class QPushButton;
 
@@ -24,6 +25,8 @@ public:
     QCheckBox* enableSwitch() const { return enable_; }
     QPushButton* windowButton() const { return window_; }
     QPushButton* settingsButton() const { return settings_; }
+    // The settings sheet while it is open.
+    QDialog* configSheet() const { return sheet_; }
 
 public slots:
     void setEnabledInPreset(bool enabled);
@@ -44,6 +47,7 @@ private:
     QLabel* shareIcon_ = nullptr;
     QLabel* previewTitle_ = nullptr;
     QLabel* preview_ = nullptr;
+    QPointer<QDialog> sheet_;
 };
 
 }  // namespace orvane

@@ -105,7 +105,7 @@ QWidget* TeleprompterWindowView::buildEditingPage() {
     auto* page = new QWidget;
     page->setAttribute(Qt::WA_TranslucentBackground);
     auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(16, 48, 16, 16);
+    column->setContentsMargins(16, 4, 16, 16);
     column->setSpacing(20);
 
     auto* header = new QWidget;
@@ -216,14 +216,21 @@ void TeleprompterWindowView::refreshControls() {
 
 void TeleprompterWindowView::placeControls() {
     controls_->adjustSize();
-    controls_->move(width() - controls_->width() - 12, 12);
+    controls_->move(width() - controls_->width() - controlsMargin, controlsMargin);
     controls_->raise();
+    // The text has its own area under the control row, so no line is ever
+    // read through the buttons, neither at rest nor while it scrolls up.
+    const QRect textArea = rect().adjusted(0, controlsMargin + controls_->height() + controlsGap, 0, 0);
+    if (pages_->geometry() != textArea) {
+        pages_->setGeometry(textArea);
+        script_->setTrailingSpace(textArea.height());
+    }
 }
+
+QRect TeleprompterWindowView::textArea() const { return pages_->geometry(); }
 
 void TeleprompterWindowView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    pages_->setGeometry(rect());
-    script_->setTrailingSpace(height());
     placeControls();
 }
 

@@ -16,13 +16,15 @@ class RoundSymbolButton;
 class ScriptTextView;
 
 // The content of the teleprompter window: the script moved by the scroll
-// offset, or an editor in place, with a row of round controls at the top
-// right. Its text follows the document except while the presenter edits,
+// offset, or an editor in place, in the area under a row of round controls
+// at the top right. Its text follows the document except while the presenter edits,
 // so typing is never overwritten.
 class TeleprompterWindowView : public QWidget {
     Q_OBJECT
 public:
     static constexpr const char* placeholderText = "Click the pencil button (✏️) to add text...";
+    static constexpr int controlsMargin = 12;  // from the top and right edges
+    static constexpr int controlsGap = 6;      // between the controls and the text
 
     explicit TeleprompterWindowView(TeleprompterManager& manager, QWidget* parent = nullptr);
 
@@ -32,6 +34,9 @@ public:
     // The displacement of the text: the scroll offset, or 0 while editing.
     double textDisplacement() const;
     ScriptTextView* scriptView() const { return script_; }
+    // Where the script or the editor is shown: below the controls.
+    QRect textArea() const;
+    QWidget* controls() const { return controls_; }
     QPlainTextEdit* editor() const { return editor_; }
 
 public slots:

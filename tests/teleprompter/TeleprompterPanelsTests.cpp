@@ -1,4 +1,5 @@
 #include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -145,6 +146,38 @@ TEST(TeleprompterSection, WindowButtonOpensAndCloses) {
     EXPECT_EQ(section.windowButton()->toolTip(), QStringLiteral("Close the teleprompter window"));
     section.windowButton()->click();
     EXPECT_FALSE(f.manager->isTeleprompterWindowOpen());
+}
+
+TEST(TeleprompterSection, SettingsSheetOpensAboveAnOpenTeleprompter) {
+    TeleprompterFixture f;
+    ASSERT_TRUE(f.settings().alwaysOnTop);
+    TeleprompterSection section(*f.session, *f.manager);
+    section.show();
+    f.manager->openTeleprompterWindow();
+    QWidget* prompter = f.manager->teleprompterWindow();
+    ASSERT_NE(prompter, nullptr);
+    ASSERT_TRUE(prompter->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+
+    section.settingsButton()->click();  // opens without waiting for the sheet
+    QDialog* sheet = section.configSheet();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_TRUE(sheet->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(sheet->parentWidget(), prompter);  // kept above it by the window manager
+    EXPECT_EQ(sheet->windowModality(), Qt::ApplicationModal);
+    // A second press brings the same sheet forward.
+    section.settingsButton()->click();
+    EXPECT_EQ(section.configSheet(), sheet);
+    sheet->close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(section.configSheet(), nullptr);
+
+    // Without the floating window the sheet is an ordinary one.
+    f.manager->closeTeleprompterWindow();
+    section.settingsButton()->click();
+    ASSERT_NE(section.configSheet(), nullptr);
+    EXPECT_FALSE(section.configSheet()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    section.configSheet()->close();
 }
 
 TEST(TeleprompterSection, ReadoutAndPreview) {

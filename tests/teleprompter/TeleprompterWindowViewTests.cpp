@@ -80,6 +80,50 @@ TEST(TeleprompterWindowView, PaintsTheScriptOnItsOwnGroundAndMovesIt) {
     EXPECT_NEAR(moved, top - 12, 1);
 }
 
+TEST(TeleprompterWindowView, TheTextNeverRunsUnderTheControls) {
+    OpenWindow w;
+    TeleprompterConfig settings = w.settings();
+    settings.backgroundColor = {0, 0, 1, 1};
+    settings.opacity = 1.0;
+    settings.textColor = {1, 1, 0, 1};
+    settings.fontSize = 40;
+    settings.text = "████████████████████████████████████████████████\n████████████████████████████████████████";
+    w.setSettings(settings);
+    w.window->resize(600, 300);
+    QApplication::processEvents();
+    const QRect controls = w.view->controls()->geometry();
+    ASSERT_FALSE(controls.isEmpty());
+    EXPECT_FALSE(w.view->textArea().intersects(controls));
+    EXPECT_GE(w.view->textArea().top(), controls.bottom());
+
+    // No yellow under the buttons' row, at rest or scrolled part-way up.
+    const auto yellowInRow = [&](const QImage& image) {
+        int count = 0;
+        for (int y = controls.top(); y <= controls.bottom(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor c(image.pixel(x, y));
+                if (c.red() > 200 && c.green() > 200 && c.blue() < 60) ++count;
+            }
+        return count;
+    };
+    for (double offset : {0.0, 20.0, 45.0}) {
+        w.manager->setScrollOffset(offset);
+        QApplication::processEvents();
+        const QImage shot = w.view->grab().toImage();
+        EXPECT_EQ(yellowInRow(shot), 0) << "scrolled by " << offset;
+    }
+    // The text is there all the same, just below the row.
+    w.manager->setScrollOffset(0);
+    QApplication::processEvents();
+    const QImage shot = w.view->grab().toImage();
+    int below = 0;
+    for (int x = 0; x < shot.width(); ++x) {
+        const QColor c(shot.pixel(x, w.view->textArea().top() + 40));
+        if (c.red() > 200 && c.green() > 200 && c.blue() < 60) ++below;
+    }
+    EXPECT_GT(below, 20);
+}
+
 TEST(TeleprompterWindowView, PlaceholderIsDisplayOnly) {
     OpenWindow w;
     TeleprompterConfig settings = w.settings();

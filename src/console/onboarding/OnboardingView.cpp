@@ -1,15 +1,21 @@
 #include "console/onboarding/OnboardingView.h"
 
+#include <QEasingCurve>
+#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QPropertyAnimation>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 
 #include "console/controls/SymbolButton.h"
 #include "console/controls/Symbols.h"
 #include "console/controls/Theme.h"
 #include "console/onboarding/PermissionsManager.h"
+#include "console/onboarding/SystemSettingsLauncher.h"
 
 namespace orvane {
 
@@ -37,6 +43,31 @@ protected:
 private:
     const int& current_;
 };
+
+// Keeps the room the step's content needs while the content itself is
+// placed a few pixels lower during its entry.
+class OnboardingContentHolder : public QWidget {
+public:
+    QWidget* inner = nullptr;
+    int rise = 0;
+
+    QSize sizeHint() const override { return inner ? inner->sizeHint() : QSize(); }
+    QSize minimumSizeHint() const override { return inner ? inner->minimumSizeHint() : QSize(); }
+    void place() {
+        if (inner) inner->setGeometry(0, rise, width(), height());
+    }
+
+protected:
+    void resizeEvent(QResizeEvent*) override { place(); }
+};
+
+// Ease-out: quick at first, settling gently; the cubic curve with the
+// control points (0, 0) and (0.58, 1).
+QEasingCurve onboardingEaseOut() {
+    QEasingCurve curve(QEasingCurve::BezierSpline);
+    curve.addCubicBezierSegment(QPointF(0, 0), QPointF(0.58, 1), QPointF(1, 1));
+    return curve;
+}
 
 SymbolButton::Look actionLook(bool primary) {
     SymbolButton::Look look;
@@ -84,29 +115,52 @@ OnboardingView::OnboardingView(QSettings& settings, QWidget* parent) : QWidget(p
     progress_ = new StepProgress(currentStep_);
     column->addWidget(progress_, 0, Qt::AlignHCenter);
     column->addSpacing(20);
+    auto* holder = new OnboardingContentHolder;
+    contentHolder_ = holder;
+    content_ = new QWidget(holder);
+    holder->inner = content_;
+    auto* stepColumn = new QVBoxLayout(content_);
+    stepColumn->setContentsMargins(0, 0, 0, 0);
+    stepColumn->setSpacing(18);
+    column->addWidget(holder);
+    contentFade_ = new QGraphicsOpacityEffect(content_);
+    contentFade_->setEnabled(false);
+    content_->setGraphicsEffect(contentFade_);
+    contentAnimation_ = new QPropertyAnimation(this, "contentProgress", this);
+    contentAnimation_->setStartValue(0.0);
+    contentAnimation_->setEndValue(1.0);
+    contentAnimation_->setDuration(contentEntryMs);
+    contentAnimation_->setEasingCurve(onboardingEaseOut());
     icon_ = new QLabel;
-    column->addWidget(icon_, 0, Qt::AlignHCenter);
+    stepColumn->addWidget(icon_, 0, Qt::AlignHCenter);
     title_ = new QLabel;
     title_->setFont(Theme::font(26, Theme::Weight::bold));
-    column->addWidget(title_, 0, Qt::AlignHCenter);
+    stepColumn->addWidget(title_, 0, Qt::AlignHCenter);
     description_ = new QLabel;
     description_->setFont(Theme::font(14));
     description_->setWordWrap(true);
     description_->setAlignment(Qt::AlignCenter);
     description_->setFixedWidth(520);
     description_->setStyleSheet(QStringLiteral("color: rgba(255,255,255,0.75);"));
-    column->addWidget(description_, 0, Qt::AlignHCenter);
+    stepColumn->addWidget(description_, 0, Qt::AlignHCenter);
     instructions_ = new QLabel;
     instructions_->setFont(Theme::font(13));
     instructions_->setStyleSheet(QStringLiteral("color: rgba(255,255,255,0.8); background: rgba(255,255,255,0.06);"
                                                 " border-radius: 8px; padding: 12px;"));
-    column->addWidget(instructions_, 0, Qt::AlignHCenter);
+    stepColumn->addWidget(instructions_, 0, Qt::AlignHCenter);
     status_ = new SymbolButton(QString(), "exclamationmark.circle.fill");
     connect(status_, &QPushButton::clicked, this, [this] {
         if (permissions_->screenCapturePermissionStatus() == PermissionStatus::denied)
             PermissionsManager::openPrivacySettings();
     });
-    column->addWidget(status_, 0, Qt::AlignHCenter);
+    stepColumn->addWidget(status_, 0, Qt::AlignHCenter);
+    settingsHint_ = new QLabel(QString::fromUtf8(SystemSettingsLauncher::whatToCheck));
+    settingsHint_->setFont(Theme::font(12));
+    settingsHint_->setWordWrap(true);
+    settingsHint_->setAlignment(Qt::AlignCenter);
+    settingsHint_->setFixedWidth(520);
+    settingsHint_->setStyleSheet(QStringLiteral("color: rgba(255,255,255,0.6);"));
+    stepColumn->addWidget(settingsHint_, 0, Qt::AlignHCenter);
     column->addSpacing(10);
 
     auto* buttons = new QHBoxLayout;
@@ -127,6 +181,29 @@ OnboardingView::OnboardingView(QSettings& settings, QWidget* parent) : QWidget(p
     buttons->addWidget(skip_);
     column->addLayout(buttons);
     refresh();
+    animateContentIn();
+}
+
+void OnboardingView::animateContentIn() {
+    contentAnimation_->stop();
+    setContentProgress(0);
+    contentAnimation_->start();
+}
+
+void OnboardingView::setContentProgress(double progress) {
+    contentProgress_ = std::clamp(progress, 0.0, 1.0);
+    // Fully in, the content is drawn directly again.
+    contentFade_->setEnabled(contentProgress_ < 1);
+    contentFade_->setOpacity(contentProgress_);
+    placeContent();
+}
+
+double OnboardingView::contentOpacity() const { return contentFade_->isEnabled() ? contentFade_->opacity() : 1.0; }
+
+void OnboardingView::placeContent() {
+    auto* holder = static_cast<OnboardingContentHolder*>(contentHolder_);
+    holder->rise = int(std::lround(contentEntryRise * (1 - contentProgress_)));
+    holder->place();
 }
 
 bool OnboardingView::canProceed() const {
@@ -167,12 +244,14 @@ void OnboardingView::requestPermission() {
 void OnboardingView::nextStep() {
     currentStep_ = std::min(currentStep_ + 1, int(steps().size()) - 1);
     refresh();
+    animateContentIn();
     emit currentStepChanged(currentStep_);
 }
 
 void OnboardingView::previousStep() {
     currentStep_ = std::max(currentStep_ - 1, 0);
     refresh();
+    animateContentIn();
     emit currentStepChanged(currentStep_);
 }
 
@@ -209,11 +288,17 @@ void OnboardingView::refresh() {
         break;
     }
     status_->setLook(look);
+    // Where no settings program can be opened, the refused right is
+    // explained instead.
+    settingsHint_->setVisible(step.asksScreenRecording &&
+                              permissions_->screenCapturePermissionStatus() == PermissionStatus::denied &&
+                              !SystemSettingsLauncher::available());
 
     back_->setVisible(currentStep_ >= 1 && currentStep_ < last);
     skip_->setVisible(step.asksScreenRecording && !canProceed() && currentStep_ >= 1 && currentStep_ < last);
     main_->setEnabled(!isCheckingPermissions_);
     main_->setLabel(isCheckingPermissions_ ? QStringLiteral("…") : getActionButtonTitle());
+    contentHolder_->updateGeometry();
 }
 
 void OnboardingView::paintEvent(QPaintEvent*) {

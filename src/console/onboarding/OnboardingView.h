@@ -5,7 +5,9 @@
 #include <optional>
 #include <vector>
 
+class QGraphicsOpacityEffect;
 class QLabel;
+class QPropertyAnimation;
 class QSettings;
 class QVBoxLayout;
 
@@ -19,6 +21,9 @@ class SymbolButton;
 class OnboardingView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(int currentStep READ currentStep NOTIFY currentStepChanged)
+    // How far the step's content has come in: 0 just changed (clear, a
+    // little low), 1 in place.
+    Q_PROPERTY(double contentProgress READ contentProgress WRITE setContentProgress)
 
 public:
     struct Step {
@@ -41,6 +46,18 @@ public:
     void nextStep();
     void previousStep();
 
+    // A new step's content fades and moves in, eased out over half a second.
+    static constexpr int contentEntryMs = 500;
+    static constexpr int contentEntryRise = 16;  // pixels it comes up from
+    double contentProgress() const { return contentProgress_; }
+    void setContentProgress(double progress);
+    QPropertyAnimation* contentAnimation() const { return contentAnimation_; }
+    QWidget* stepContent() const { return content_; }
+    // The content's opacity now (1 when no entry is under way).
+    double contentOpacity() const;
+
+    SymbolButton* statusLine() const { return status_; }
+    QLabel* settingsHint() const { return settingsHint_; }
     SymbolButton* mainButton() const { return main_; }
     SymbolButton* backButton() const { return back_; }
     SymbolButton* skipButton() const { return skip_; }
@@ -56,16 +73,24 @@ protected:
 private:
     void refresh();
     void requestPermission();
+    void animateContentIn();
+    void placeContent();
 
     PermissionsManager* permissions_ = nullptr;
     int currentStep_ = 0;
     bool isCheckingPermissions_ = false;
     QWidget* progress_ = nullptr;
+    QWidget* contentHolder_ = nullptr;  // keeps the room; the content moves within it
+    QWidget* content_ = nullptr;
+    QGraphicsOpacityEffect* contentFade_ = nullptr;
+    QPropertyAnimation* contentAnimation_ = nullptr;
+    double contentProgress_ = 1;
     QLabel* icon_ = nullptr;
     QLabel* title_ = nullptr;
     QLabel* description_ = nullptr;
     QLabel* instructions_ = nullptr;
     SymbolButton* status_ = nullptr;
+    QLabel* settingsHint_ = nullptr;  // what to check where no settings program opens
     SymbolButton* back_ = nullptr;
     SymbolButton* main_ = nullptr;
     SymbolButton* skip_ = nullptr;

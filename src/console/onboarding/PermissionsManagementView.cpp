@@ -9,6 +9,7 @@
 #include "console/controls/Theme.h"
 #include "console/onboarding/OnboardingView.h"
 #include "console/onboarding/PermissionsManager.h"
+#include "console/onboarding/SystemSettingsLauncher.h"
 
 namespace orvane {
 
@@ -117,9 +118,15 @@ PermissionsManagementView::PermissionsManagementView(QSettings& settings, QWidge
     auto* assistant = actionRow(QStringLiteral("Open Setup Assistant"), "sparkles", "chevron.right");
     connect(assistant, &QPushButton::clicked, this, &PermissionsManagementView::showOnboarding);
     column->addWidget(assistant);
-    auto* settingsButton = actionRow(QStringLiteral("Open System Settings"), "gearshape.fill", "arrow.up.forward.app");
-    connect(settingsButton, &QPushButton::clicked, this, [] { PermissionsManager::openPrivacySettings(); });
-    column->addWidget(settingsButton);
+    systemSettings_ = actionRow(QStringLiteral("Open System Settings"), "gearshape.fill", "arrow.up.forward.app");
+    connect(systemSettings_, &QPushButton::clicked, this, [] { PermissionsManager::openPrivacySettings(); });
+    column->addWidget(systemSettings_);
+    systemSettingsHint_ = text(QString::fromUtf8(SystemSettingsLauncher::whatToCheck), 11, Theme::Weight::regular,
+                               QStringLiteral("#8e8e93"));
+    column->addWidget(systemSettingsHint_);
+    const bool canOpenSettings = SystemSettingsLauncher::available();
+    systemSettings_->setVisible(canOpenSettings);
+    systemSettingsHint_->setVisible(!canOpenSettings);
     auto* reset = actionRow(QStringLiteral("Reset Welcome Assistant"), "arrow.counterclockwise", {});
     connect(reset, &QPushButton::clicked, this, [this] {
         permissions_->setHasCompletedOnboarding(false);

@@ -4,6 +4,7 @@
 
 class QSettings;
 class QLabel;
+class QPushButton;
 
 namespace orvane {
 
@@ -20,6 +21,10 @@ public:
 
     PermissionsManager& permissionsManager() const { return *permissions_; }
     void showOnboarding();
+    // "Open System Settings", shown only where the desktop's settings
+    // program is known, and in its place the sentence saying what to check.
+    QPushButton* systemSettingsButton() const { return systemSettings_; }
+    QLabel* systemSettingsHint() const { return systemSettingsHint_; }
 
 private:
     void refresh();
@@ -30,6 +35,8 @@ private:
     QWidget* panel_ = nullptr;
     SymbolButton* badge_ = nullptr;
     SymbolButton* configure_ = nullptr;
+    QPushButton* systemSettings_ = nullptr;
+    QLabel* systemSettingsHint_ = nullptr;
     OnboardingView* onboarding_ = nullptr;
 };
 

@@ -1,10 +1,8 @@
 #include "console/onboarding/PermissionsManager.h"
 
-#include <QDesktopServices>
 #include <QSettings>
-#include <QUrl>
 
-#include "document/Log.h"
+#include "console/onboarding/SystemSettingsLauncher.h"
 
 namespace orvane {
 
@@ -72,11 +70,10 @@ QString PermissionsManager::badgeText(PermissionStatus status) {
     return QStringLiteral("Unknown");
 }
 
-void PermissionsManager::openPrivacySettings() {
-    // Desktops expose no common privacy pane; the portal's settings live in
-    // the desktop's own settings application.
-    if (!QDesktopServices::openUrl(QUrl(QStringLiteral("settings://privacy"))))
-        logLine("🔒 No privacy settings to open on this desktop");
+bool PermissionsManager::openPrivacySettings() {
+    // Desktops share no privacy pane or address for one; the right lives in
+    // the desktop's own settings program, where it has one.
+    return SystemSettingsLauncher::open();
 }
 
 void PermissionsManager::setStatus(PermissionStatus status) {

@@ -45,8 +45,9 @@ public:
     bool requestScreenCapturePermission();
 
     static QString badgeText(PermissionStatus status);
-    // Opens the desktop's privacy settings, where there are any.
-    static void openPrivacySettings();
+    // Opens the desktop's own settings program, where one is known
+    // (SystemSettingsLauncher); false when there is none.
+    static bool openPrivacySettings();
 
 signals:
     void screenCapturePermissionStatusChanged();

@@ -11,6 +11,7 @@
 #include "console/controls/SymbolButton.h"
 #include "console/controls/Symbols.h"
 #include "console/onboarding/PermissionsManager.h"
+#include "console/onboarding/SystemSettingsLauncher.h"
 #include "console/sheets/CaptureTile.h"
 
 namespace orvane {
@@ -84,9 +85,12 @@ void CaptureListPanel::showLoading(const QString& text) {
 void CaptureListPanel::showError(const QString& message, bool needsPermission, const QString& hint) {
     state_ = State::error;
     errorText_->setText(message);
-    settings_->setVisible(needsPermission);
+    // The button only where the desktop's settings program is known; else
+    // the hint says what to check.
+    const bool canOpenSettings = needsPermission && SystemSettingsLauncher::available();
+    settings_->setVisible(canOpenSettings);
     hint_->setVisible(needsPermission);
-    hint_->setText(hint);
+    hint_->setText(canOpenSettings || !needsPermission ? hint : QString::fromUtf8(SystemSettingsLauncher::whatToCheck));
     stack_->setCurrentIndex(1);
 }
 

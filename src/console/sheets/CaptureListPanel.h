@@ -32,7 +32,8 @@ public:
 
     void showLoading(const QString& text);
     // With needsPermission the block also offers "Open System Settings" and
-    // the hint.
+    // the hint, where the desktop's settings program is known; elsewhere
+    // only a sentence saying what to check.
     void showError(const QString& message, bool needsPermission, const QString& hint);
     void showEmpty(const std::string& symbol, const QString& text);
     // Takes the tiles; each fetch fills its tile's thumbnail later.
@@ -43,6 +44,7 @@ public:
     const std::vector<CaptureTile*>& tiles() const { return tiles_; }
     SymbolButton* retryButton() const { return retry_; }
     SymbolButton* settingsButton() const { return settings_; }
+    QLabel* hintText() const { return hint_; }
 
 signals:
     void retryRequested();

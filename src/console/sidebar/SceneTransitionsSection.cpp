@@ -95,7 +95,13 @@ SceneTransitionsSection::SceneTransitionsSection(StreamManager& streamManager, Q
 void SceneTransitionsSection::refresh() {
     const auto& preset = streamManager_.currentPreset();
     setEnabled(preset.has_value());
-    const SceneTransitionConfig config = preset ? preset->sceneTransition : SceneTransitionConfig{};
+    // With no preset nothing is on, and the read-out shows 0.30s rather
+    // than the default configuration's length.
+    SceneTransitionConfig config = preset ? preset->sceneTransition : SceneTransitionConfig{};
+    if (!preset) {
+        config.enabled = false;
+        config.duration = noPresetDuration;
+    }
     enabled_->setOn(config.enabled);
     details_->setVisible(config.enabled);
     type_->setText(label(config.type));

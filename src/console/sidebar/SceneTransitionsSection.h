@@ -17,6 +17,8 @@ class SceneTransitionsSection : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr double noPresetDuration = 0.3;
+
     explicit SceneTransitionsSection(StreamManager& streamManager, QWidget* parent = nullptr);
 
     ToggleSwitch* enabledSwitch() const { return enabled_; }

@@ -1,10 +1,13 @@
 #include "slides/editor/SlideEditorContentView.h"
 
+#include <QButtonGroup>
 #include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
-#include <QInputDialog>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -143,18 +146,25 @@ QWidget* SlideEditorContentView::buildSettings() {
 
     auto* alignRow = new QHBoxLayout;
     alignRow->addWidget(new QLabel(QStringLiteral("Text Alignment")));
-    for (const auto& [label, alignment] : kAlignments) {
+    // One of three: the group keeps exactly one checked, and the choice is
+    // taken from the toggle, so that a click and an assistive tool's toggle
+    // choose alike.
+    auto* alignments = new QButtonGroup(this);
+    alignments->setExclusive(true);
+    for (int i = 0; i < kAlignments.size(); ++i) {
+        const QString& label = kAlignments[i].first;
         auto* button = new QPushButton(label);
         button->setCheckable(true);
         button->setAccessibleName(label);
+        alignments->addButton(button, i);
         alignment_.append(button);
         alignRow->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, alignment = alignment] {
-            local_.textAlignment = alignment;
-            showSlide();
-            scheduleSync();
-        });
     }
+    connect(alignments, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
+        if (!checked || loading_ || local_.textAlignment == kAlignments[id].second) return;
+        local_.textAlignment = kAlignments[id].second;
+        scheduleSync();
+    });
     alignRow->addStretch(1);
     column->addLayout(alignRow);
 
@@ -200,6 +210,15 @@ QWidget* SlideEditorContentView::buildSettings() {
     imagePicture_->setFixedSize(120, 68);
     imagePicture_->setAlignment(Qt::AlignCenter);
     imagePicture_->setAccessibleName(QStringLiteral("Slide image"));
+    imageError_ = new QLabel(QStringLiteral("Error loading"));
+    imageError_->setAlignment(Qt::AlignCenter);
+    imageError_->setStyleSheet(QStringLiteral("color: rgb(255, 159, 10); font-size: 11px;"));
+    imageError_->hide();
+    auto* pictureColumn = new QVBoxLayout;
+    pictureColumn->setSpacing(2);
+    pictureColumn->addWidget(imagePicture_);
+    pictureColumn->addWidget(imageError_);
+    pictureColumn->addStretch(1);
     auto* remove = new QPushButton(QStringLiteral("Remove"));
     remove->setAccessibleName(QStringLiteral("Remove"));
     imagePosition_ = new QComboBox;
@@ -213,7 +232,7 @@ QWidget* SlideEditorContentView::buildSettings() {
     choices->addWidget(imagePosition_);
     choices->addWidget(new QLabel(QStringLiteral("Size")));
     choices->addWidget(imageSize_);
-    someRow->addWidget(imagePicture_);
+    someRow->addLayout(pictureColumn);
     someRow->addLayout(choices);
     someRow->addWidget(remove, 0, Qt::AlignTop);
     someRow->addStretch(1);
@@ -265,6 +284,7 @@ void SlideEditorContentView::showSlide() {
 void SlideEditorContentView::refreshImageSection() {
     const bool hasImage = local_.imageUrl && !local_.imageUrl->empty();
     image_->setCurrentIndex(hasImage ? 1 : 0);
+    bool failed = false;
     if (hasImage) {
         const SlideImageLoader::Result result = loader_.load(*local_.imageUrl);
         if (result.state == SlideImageLoader::State::image) {
@@ -274,11 +294,13 @@ void SlideEditorContentView::refreshImageSection() {
             imagePicture_->setPixmap({});
             imagePicture_->setText(QStringLiteral("…"));
         } else {
+            // The symbol, with the words under it.
             imagePicture_->setPixmap(SymbolIcon::make("exclamationmark.triangle", QColor(255, 159, 10), 20).pixmap(20));
-            imagePicture_->setToolTip(QStringLiteral("Error loading"));
-            imagePicture_->setAccessibleDescription(QStringLiteral("Error loading"));
+            failed = true;
         }
     }
+    imageError_->setVisible(failed);
+    imagePicture_->setAccessibleDescription(failed ? imageError_->text() : QString());
     preview_->show(deck_, local_);
 }
 
@@ -329,14 +351,34 @@ void SlideEditorContentView::addImageFromFile(const QString& path) {
 }
 
 void SlideEditorContentView::askImageUrl() {
-    QInputDialog dialog(this);
+    // The message, then the labelled field, then "Cancel" and "Add".
+    QDialog dialog(this);
     dialog.setWindowTitle(QStringLiteral("Add Image from URL"));
-    dialog.setLabelText(QStringLiteral("Enter the URL of the image"));
-    dialog.setTextValue(QString());
-    dialog.setOkButtonText(QStringLiteral("Add"));
-    dialog.setCancelButtonText(QStringLiteral("Cancel"));
+    dialog.setAccessibleName(dialog.windowTitle());
+    auto* column = new QVBoxLayout(&dialog);
+    auto* message = new QLabel(QStringLiteral("Enter the URL of the image"));
+    message->setWordWrap(true);
+    column->addWidget(message);
+    auto* form = new QFormLayout;
+    auto* field = new QLineEdit;
+    field->setAccessibleName(QStringLiteral("Image URL"));
+    field->setPlaceholderText(QStringLiteral("https://"));
+    field->setMinimumWidth(320);
+    auto* fieldLabel = new QLabel(QStringLiteral("Image URL"));
+    fieldLabel->setBuddy(field);
+    form->addRow(fieldLabel, field);
+    column->addLayout(form);
+    auto* buttons = new QDialogButtonBox;
+    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* add = buttons->addButton(QStringLiteral("Add"), QDialogButtonBox::AcceptRole);
+    cancel->setAccessibleName(cancel->text());
+    add->setAccessibleName(add->text());
+    add->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    column->addWidget(buttons);
     if (dialog.exec() != QDialog::Accepted) return;
-    addImageFromUrl(dialog.textValue());
+    addImageFromUrl(field->text());
 }
 
 void SlideEditorContentView::addImageFromUrl(const QString& url) {

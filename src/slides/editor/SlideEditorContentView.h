@@ -72,6 +72,7 @@ private:
     QList<QPushButton*> alignment_;
     QStackedWidget* image_ = nullptr;
     QLabel* imagePicture_ = nullptr;
+    QLabel* imageError_ = nullptr;  // "Error loading", under the symbol
     QComboBox* imagePosition_ = nullptr;
     QComboBox* imageSize_ = nullptr;
     QPushButton* previewToggle_ = nullptr;

@@ -9,8 +9,9 @@ namespace orvane {
 
 class SlideImageLoader;
 
-// The live preview of the slide being edited: drawn as the stages draw it,
-// in a 16:9 box, without a page control.
+// The live preview of the slide being edited: arranged as the stages draw it
+// but read by the editor's own Markdown reader, in a 16:9 box, without a
+// page control.
 class SlidePreviewView : public QWidget {
     Q_OBJECT
 public:

@@ -1,4 +1,8 @@
+#include <QAccessible>
 #include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QTimer>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -190,6 +194,72 @@ TEST(SlidesEditorView, ImageFromUrlAndRemove) {
     named<QPushButton>(&e.view, QStringLiteral("Remove"))->click();
     e.view.content()->flushPendingSync();
     EXPECT_FALSE(e.view.deck().slides[0].imageUrl.has_value());
+}
+
+TEST(SlidesEditorView, AlignmentChosenThroughTheAccessibleToggleLikeAClick) {
+    Editor e;
+    QPushButton* center = named<QPushButton>(&e.view, QStringLiteral("Center"));
+    ASSERT_NE(center, nullptr);
+    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(center);
+    ASSERT_NE(access, nullptr);
+    ASSERT_NE(access->actionInterface(), nullptr);
+    const QStringList actions = access->actionInterface()->actionNames();
+    ASSERT_FALSE(actions.isEmpty());
+    // What an assistive tool offers first for this button.
+    access->actionInterface()->doAction(actions.front());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return e.view.content()->localSlide().textAlignment == TextAlignment::center; }, 3000));
+    e.view.content()->flushPendingSync();
+    EXPECT_EQ(e.view.deck().slides[0].textAlignment, TextAlignment::center);
+    // Only the chosen one stays lit, and toggling it again keeps it.
+    EXPECT_TRUE(center->isChecked());
+    EXPECT_FALSE(named<QPushButton>(&e.view, QStringLiteral("Left"))->isChecked());
+    access->actionInterface()->doAction(actions.front());
+    QApplication::processEvents();
+    EXPECT_TRUE(center->isChecked());
+    EXPECT_EQ(e.view.content()->localSlide().textAlignment, TextAlignment::center);
+}
+
+TEST(SlidesEditorView, UrlPromptHasALabelledField) {
+    Editor e;
+    e.view.show();
+    QString title, message;
+    bool labelled = false;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog) return;
+        title = dialog->windowTitle();
+        for (QLabel* label : dialog->findChildren<QLabel*>()) {
+            if (label->text() == QStringLiteral("Enter the URL of the image")) message = label->text();
+            if (label->text() == QStringLiteral("Image URL") && label->isVisibleTo(dialog) && label->buddy() &&
+                label->buddy()->accessibleName() == QStringLiteral("Image URL"))
+                labelled = true;
+        }
+        auto* field = named<QLineEdit>(dialog, QStringLiteral("Image URL"));
+        if (field) field->setText(QStringLiteral("file:///nonexistent/picture.png"));
+        if (auto* add = named<QPushButton>(dialog, QStringLiteral("Add")))
+            add->click();
+        else
+            dialog->reject();
+    });
+    named<QPushButton>(&e.view, QStringLiteral("From URL"))->click();
+    EXPECT_EQ(title, QStringLiteral("Add Image from URL"));
+    EXPECT_EQ(message, QStringLiteral("Enter the URL of the image"));
+    EXPECT_TRUE(labelled);
+    EXPECT_EQ(e.view.content()->localSlide().imageUrl, std::optional<std::string>("file:///nonexistent/picture.png"));
+}
+
+TEST(SlidesEditorView, AnImageThatCannotLoadSaysSoInWords) {
+    Editor e;
+    e.view.show();
+    e.view.content()->addImageFromUrl(QStringLiteral("file:///nonexistent/picture.png"));
+    const auto errorShown = [&] {
+        for (QLabel* label : e.view.findChildren<QLabel*>())
+            if (label->text() == QStringLiteral("Error loading") && label->isVisible()) return true;
+        return false;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(errorShown, 5000));
+    named<QPushButton>(&e.view, QStringLiteral("Remove"))->click();
+    EXPECT_FALSE(errorShown());
 }
 
 }  // namespace

@@ -204,8 +204,14 @@ class ConsoleDriver:
         return matches
 
     def find(self, name, role=None, root=None, seconds=10):
-        return self.wait_for(lambda: (self.find_all(name, role, root) or [None])[0], seconds,
-                             "a control named %r%s" % (name, " (%s)" % role if role else ""))
+        try:
+            return self.wait_for(lambda: (self.find_all(name, role, root) or [None])[0], seconds,
+                                 "a control named %r%s" % (name, " (%s)" % role if role else ""))
+        except DriverError as e:
+            if role is None:
+                raise
+            others = sorted({o.get_role_name() for o in self.find_all(name, None, root)})
+            raise DriverError("%s; showing under that name: %s" % (e, ", ".join(others) or "nothing")) from None
 
     def absent(self, name, role=None, root=None, seconds=10):
         """Waits until no showing control is named `name`."""

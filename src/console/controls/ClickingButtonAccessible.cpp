@@ -40,7 +40,15 @@ QList<QAction*> ClickingButtonAccessible::menuEntries(const QAbstractButton* but
     return shown;
 }
 
-QAccessible::Role ClickingButtonAccessible::role() const { return menuButton() ? QAccessible::ButtonMenu : role_; }
+QAccessible::Role ClickingButtonAccessible::role() const {
+    if (menuButton()) return QAccessible::ButtonMenu;
+    // Asked each time, as Qt does: a button may become checkable after its
+    // interface was made.
+    const QAbstractButton* b = button();
+    if (role_ == QAccessible::Button && b->isCheckable())
+        return b->autoExclusive() ? QAccessible::RadioButton : QAccessible::CheckBox;
+    return role_;
+}
 
 QString ClickingButtonAccessible::text(QAccessible::Text t) const {
     QString text;

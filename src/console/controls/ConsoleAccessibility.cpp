@@ -36,6 +36,8 @@ QAccessibleInterface* consoleAccessibleFactory(const QString& className, QObject
     }
     auto* button = qobject_cast<QAbstractButton*>(object);
     if (!button || qobject_cast<QToolButton*>(button)) return nullptr;  // tool buttons: Qt's own
+    // A plain button that stays down reads as a check box (or a radio button
+    // in an exclusive group) to assistive tools, as with Qt's own; see role().
     QAccessible::Role role = QAccessible::Button;
     if (qobject_cast<QCheckBox*>(button))
         role = QAccessible::CheckBox;

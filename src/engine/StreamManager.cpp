@@ -220,7 +220,7 @@ void StreamManager::updateLive() {
 
     if (activeScene_) {
         const StreamingScene scene = *activeScene_;
-        setProgramScene(makeProgramCopy(scene));
+        assignProgramScene(makeProgramCopy(scene), scene.id);
         logLine("📺 Updated live program with scene: " + scene.name + ", sources: " +
                 std::to_string(scene.sources.size()));
         bringSceneWindowToFront(scene);
@@ -286,9 +286,24 @@ void StreamManager::setProgressBarUpdateTimestamp(const QDateTime& timestamp) {
 }
 
 void StreamManager::setProgramScene(const std::optional<StreamingScene>& scene) {
+    std::optional<Uuid> origin;
+    if (scene && currentPreset_)
+        for (const StreamingScene& s : currentPreset_->scenes)
+            if (s.id == scene->id) origin = s.id;
+    assignProgramScene(scene, origin);
+}
+
+void StreamManager::assignProgramScene(const std::optional<StreamingScene>& scene, const std::optional<Uuid>& origin) {
     programScene_ = scene;
+    setLiveSceneId(origin);
     emit programSceneChanged();
     emit streamManagerUpdate();
+}
+
+void StreamManager::setLiveSceneId(const std::optional<Uuid>& id) {
+    if (liveSceneId_ == id) return;
+    liveSceneId_ = id;
+    emit liveSceneIdChanged();
 }
 
 void StreamManager::setIsTransitioning(bool transitioning) {

@@ -47,6 +47,7 @@ class StreamManager : public QObject {
     Q_PROPERTY(QDateTime sceneUpdateTimestamp READ sceneUpdateTimestamp WRITE setSceneUpdateTimestamp NOTIFY sceneUpdateTimestampChanged)
     Q_PROPERTY(QDateTime progressBarUpdateTimestamp READ progressBarUpdateTimestamp WRITE setProgressBarUpdateTimestamp NOTIFY progressBarUpdateTimestampChanged)
     Q_PROPERTY(std::optional<orvane::StreamingScene> programScene READ programScene WRITE setProgramScene NOTIFY programSceneChanged)
+    Q_PROPERTY(std::optional<orvane::Uuid> liveSceneId READ liveSceneId NOTIFY liveSceneIdChanged)
     Q_PROPERTY(bool isTransitioning READ isTransitioning NOTIFY isTransitioningChanged)
     Q_PROPERTY(bool isRecording READ isRecording WRITE setIsRecording NOTIFY isRecordingChanged)
     Q_PROPERTY(bool isStreaming READ isStreaming WRITE setIsStreaming NOTIFY isStreamingChanged)
@@ -74,6 +75,10 @@ public:
     void setProgressBarUpdateTimestamp(const QDateTime& timestamp);
     const std::optional<StreamingScene>& programScene() const { return programScene_; }
     void setProgramScene(const std::optional<StreamingScene>& scene);
+    // The scene of the preset that the program shows, for the scene list's
+    // mark: the scene that went live last, or the one restored at start.
+    // None once the program shows something that is no scene of the preset.
+    const std::optional<Uuid>& liveSceneId() const { return liveSceneId_; }
 
     // --- run-time flags
     bool isTransitioning() const { return isTransitioning_; }
@@ -131,6 +136,7 @@ signals:
     void sceneUpdateTimestampChanged();
     void progressBarUpdateTimestampChanged();
     void programSceneChanged();
+    void liveSceneIdChanged();
     void isTransitioningChanged(bool transitioning);
     void isRecordingChanged(bool recording);
     void isStreamingChanged(bool streaming);
@@ -141,6 +147,9 @@ signals:
 private:
     void loadOrCreatePreset();
     void setIsTransitioning(bool transitioning);
+    void setLiveSceneId(const std::optional<Uuid>& id);
+    // The program scene and the preset scene it shows, together.
+    void assignProgramScene(const std::optional<StreamingScene>& scene, const std::optional<Uuid>& origin);
     void rememberLastSelectedPreset(const Uuid& presetId);
 
     PresetStorage& storage_;
@@ -154,6 +163,7 @@ private:
     QDateTime sceneUpdateTimestamp_ = QDateTime::currentDateTimeUtc();
     QDateTime progressBarUpdateTimestamp_ = QDateTime::currentDateTimeUtc();
     std::optional<StreamingScene> programScene_;
+    std::optional<Uuid> liveSceneId_;
     bool isTransitioning_ = false;
     bool isRecording_ = false;
     bool isStreaming_ = false;

@@ -9,6 +9,8 @@
 #include "console/main_window/ContentView.h"
 #include "console/main_window/MainStreamingView.h"
 #include "console/presets/PresetSelectionView.h"
+#include "console/scene_list/LeftSidebarView.h"
+#include "console/scene_list/SceneItemView.h"
 #include "console/sheets/AddSceneView.h"
 #include "console/sheets/CreatePresetView.h"
 #include "console/sheets/TemplateCard.h"
@@ -78,6 +80,51 @@ TEST(ConsoleShell, CreatingFromEachTemplateWritesTheFileAndOpensIt) {
         ASSERT_TRUE(s.streamManager->activeScene());
         EXPECT_EQ(s.streamManager->activeScene()->name, std::string(templateSceneNames(t).front()));
     }
+}
+
+TEST(ConsoleShell, TheSceneListMarksTheSceneOnProgram) {
+    Session s;
+    s.storage->savePreset(createPreset("Marks", PresetTemplate::streaming));
+    ContentView root(*s.streamManager, s.windowManager);
+    root.resize(1280, 800);
+    root.show();
+    root.presetSelectionView()->selectPreset(root.presetSelectionView()->presets().front());
+    MainStreamingView* console = root.mainStreamingView();
+    const auto& rows = console->leftSidebar()->rows();
+    ASSERT_GE(rows.size(), 3u);
+    const auto liveRows = [&] {
+        std::vector<int> live;
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            if (rows[i]->isLive()) live.push_back(int(i));
+        return live;
+    };
+    // A red tag in the row's lower right corner, or none.
+    const auto redInTagCorner = [&](int row) {
+        QApplication::processEvents();
+        const QImage image = rows[row]->grab().toImage();
+        int red = 0;
+        for (int y = image.height() / 2; y < image.height(); ++y)
+            for (int x = image.width() - 50; x < image.width(); ++x) {
+                const QColor c = image.pixelColor(x, y);
+                if (c.red() > 180 && c.green() < 90 && c.blue() < 90) ++red;
+            }
+        return red;
+    };
+
+    s.streamManager->switchToSceneAt(1);
+    s.streamManager->updateLive();
+    ASSERT_EQ(liveRows(), std::vector<int>{1});
+    EXPECT_GT(redInTagCorner(1), 30);
+    EXPECT_EQ(redInTagCorner(2), 0);
+    EXPECT_TRUE(rows[1]->accessibleDescription().contains(QStringLiteral("Live on program")));
+
+    // Another scene in preview leaves the mark where the program is.
+    s.streamManager->switchToSceneAt(2);
+    EXPECT_EQ(liveRows(), std::vector<int>{1});
+    s.streamManager->updateLive();
+    EXPECT_EQ(liveRows(), std::vector<int>{2});
+    EXPECT_EQ(redInTagCorner(1), 0);
+    EXPECT_FALSE(rows[1]->accessibleDescription().contains(QStringLiteral("Live")));
 }
 
 TEST(ConsoleShell, KeyOneTwiceWithinHalfASecondPutsSceneOneOnProgram) {

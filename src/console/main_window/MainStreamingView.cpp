@@ -88,6 +88,9 @@ MainStreamingView::MainStreamingView(StreamManager& streamManager, KeyboardNavig
     });
 
     connect(&streamManager_, &StreamManager::activeSceneChanged, this, &MainStreamingView::followSession);
+    connect(&streamManager_, &StreamManager::liveSceneIdChanged, this,
+            [this] { leftSidebar_->setLiveSceneId(streamManager_.liveSceneId()); });
+    leftSidebar_->setLiveSceneId(streamManager_.liveSceneId());
     connect(&streamManager_, &StreamManager::currentPresetChanged, this, [this] {
         followSession();
         loadPresetName();

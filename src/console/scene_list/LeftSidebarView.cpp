@@ -136,6 +136,11 @@ void LeftSidebarView::setScenes(const std::vector<StreamingScene>& scenes, const
     rebuild();
 }
 
+void LeftSidebarView::setLiveSceneId(const std::optional<Uuid>& id) {
+    liveSceneId_ = id;
+    for (SceneItemView* row : rows_) row->setLive(id && row->scene().id == *id);
+}
+
 void LeftSidebarView::setCollapsed(bool collapsed) {
     if (isCollapsed_ == collapsed) return;
     isCollapsed_ = collapsed;
@@ -157,6 +162,7 @@ void LeftSidebarView::rebuild() {
         const StreamingScene& scene = scenes_[i];
         const bool selected = selectedId_ && *selectedId_ == scene.id;
         auto* row = new SceneItemView(scene, int(i) + 1, selected, canDelete);
+        row->setLive(liveSceneId_ && *liveSceneId_ == scene.id);
         connect(row, &SceneItemView::selectRequested, this, &LeftSidebarView::sceneSelected);
         connect(row, &SceneItemView::deleteRequested, this, &LeftSidebarView::sceneDeleteRequested);
         list_->insertWidget(list_->count() - 1, row);

@@ -27,6 +27,10 @@ public:
     explicit LeftSidebarView(QWidget* parent = nullptr);
 
     void setScenes(const std::vector<StreamingScene>& scenes, const std::optional<Uuid>& selectedId);
+
+    // Marks the scene on program.
+
+    void setLiveSceneId(const std::optional<Uuid>& id);
     bool isCollapsed() const { return isCollapsed_; }
     void setCollapsed(bool collapsed);
 
@@ -44,6 +48,7 @@ private:
 
     std::vector<StreamingScene> scenes_;
     std::optional<Uuid> selectedId_;
+    std::optional<Uuid> liveSceneId_;
     bool isCollapsed_ = false;
     QWidget* expanded_ = nullptr;
     QWidget* collapsed_ = nullptr;

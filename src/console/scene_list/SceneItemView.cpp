@@ -35,6 +35,16 @@ SceneItemView::SceneItemView(const StreamingScene& scene, int sceneNumber, bool 
     connect(this, &QPushButton::clicked, this, &SceneItemView::press);
 }
 
+void SceneItemView::setLive(bool live) {
+    if (isLive_ == live) return;
+    isLive_ = live;
+    QStringList description;
+    if (sceneNumber_ <= 9) description << QStringLiteral("Key %1").arg(sceneNumber_);
+    if (live) description << QStringLiteral("Live on program");
+    setAccessibleDescription(description.join(QStringLiteral(", ")));
+    update();
+}
+
 bool SceneItemView::isDeleteButtonVisible() const { return trash_->isVisibleTo(this); }
 
 QString SceneItemView::sourceCountText(std::size_t count) {
@@ -124,6 +134,19 @@ void SceneItemView::paintEvent(QPaintEvent*) {
     p.setPen(Theme::gray());
     p.drawText(QRectF(x, r.top() + 24, r.right() - x - 6, 16), Qt::AlignLeft | Qt::AlignVCenter,
                sourceCountText(scene_.sources.size()));
+    if (isLive_) {
+        // Right of the source count, clear of the delete button above it.
+        const QFont tagFont = Theme::font(8, Theme::Weight::bold);
+        const QString tag = QStringLiteral("LIVE");
+        const double w = QFontMetricsF(tagFont).horizontalAdvance(tag) + 10;
+        const QRectF box(r.right() - 8 - w, r.top() + 25, w, 14);
+        QPainterPath pill;
+        pill.addRoundedRect(box, 4, 4);
+        p.fillPath(pill, Theme::red());
+        p.setFont(tagFont);
+        p.setPen(Qt::white);
+        p.drawText(box, Qt::AlignCenter, tag);
+    }
 }
 
 void SceneItemView::enterEvent(QEnterEvent* event) {

@@ -26,6 +26,9 @@ public:
     bool isSelected() const { return isSelected_; }
     bool canDelete() const { return canDelete_; }
     bool justSelected() const { return justSelected_; }
+    // Whether this scene is the one on program: a small red "LIVE" tag.
+    bool isLive() const { return isLive_; }
+    void setLive(bool live);
     // Whether the trash button is offered now.
     bool isDeleteButtonVisible() const;
 
@@ -58,6 +61,7 @@ private:
     bool canDelete_;
     bool isHovering_ = false;
     bool justSelected_ = false;
+    bool isLive_ = false;
     SymbolButton* trash_ = nullptr;
     ConfirmDialog* confirmation_ = nullptr;
 };

@@ -80,7 +80,8 @@ TEST(StreamManagerProperties, TheCorePublishesOnlyItsOwnFields) {
     std::vector<std::string> own;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) own.emplace_back(meta.property(i).name());
     EXPECT_EQ(own, (std::vector<std::string>{"currentPreset", "activeScene", "sceneUpdateTimestamp",
-                                             "progressBarUpdateTimestamp", "programScene", "isTransitioning",
+                                             "progressBarUpdateTimestamp", "programScene", "liveSceneId",
+                                             "isTransitioning",
                                              "isRecording", "isStreaming", "showPerformanceStats",
                                              "performanceMonitor", "isBlurModeActive", "streamQuality"}));
 }
